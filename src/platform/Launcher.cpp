@@ -1,0 +1,57 @@
+#include "platform/Launcher.h"
+
+#include <cerrno>
+
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "platform/FileDescriptor.h"
+#include "platform/Files.h"
+
+extern char** environ;  // NOLINT(readability-redundant-declaration): macOS does not declare it
+
+namespace platform {
+namespace {
+
+struct FileActions {
+  posix_spawn_file_actions_t actions{};
+  FileActions() { ::posix_spawn_file_actions_init(&actions); }
+  ~FileActions() { ::posix_spawn_file_actions_destroy(&actions); }
+};
+
+/// A pipe whose ends no other child inherits.
+bool openPipe(FileDescriptor& reading, FileDescriptor& writing) {
+  int ends[2];
+  if (::pipe(ends) != 0) return false;
+  reading = FileDescriptor(ends[0]);
+  writing = FileDescriptor(ends[1]);
+  return ::fcntl(ends[0], F_SETFD, FD_CLOEXEC) == 0 && ::fcntl(ends[1], F_SETFD, FD_CLOEXEC) == 0;
+}
+
+}  // namespace
+
+std::optional<std::string> runLauncher(const std::vector<std::string>& arguments) {
+  FileDescriptor reading, writing;
+  if (!openPipe(reading, writing)) return std::nullopt;
+  FileActions files;
+  ::posix_spawn_file_actions_addopen(&files.actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+  ::posix_spawn_file_actions_adddup2(&files.actions, writing.get(), STDERR_FILENO);
+
+  std::vector<char*> argv{const_cast<char*>(launcherPath)};
+  for (const std::string& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
+  argv.push_back(nullptr);
+
+  pid_t child = 0;
+  if (::posix_spawn(&child, launcherPath, &files.actions, nullptr, argv.data(), environ) != 0)
+    return std::nullopt;
+  writing.close();
+  // Drained before the wait: a child that fills the pipe would otherwise never end.
+  auto complaint = readToEnd(reading.get());
+  while (::waitpid(child, nullptr, 0) < 0 && errno == EINTR) {
+  }
+  return complaint.value_or(std::string());
+}
+
+}  // namespace platform

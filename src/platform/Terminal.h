@@ -1,0 +1,20 @@
+// The terminal: whether a stream is one, and how wide it is.
+#pragma once
+
+#include <optional>
+
+namespace platform {
+
+/// Whether the descriptor is connected to a terminal.
+bool isTerminal(int descriptor);
+
+struct TerminalSize {
+  int columns;
+  int rows;
+};
+
+/// The size of the terminal behind standard output, in characters; nothing if there is no terminal. A size
+/// that the terminal does not know is 0.
+std::optional<TerminalSize> terminalSize();
+
+}  // namespace platform
