@@ -1,0 +1,15 @@
+// The third stage of parsing: fills a command's record from what was matched.
+#pragma once
+
+#include <memory>
+
+#include "ArgumentParser/ArgumentDefinition.h"
+#include "ArgumentParser/CommandTree.h"
+
+namespace ArgumentParser {
+
+/// A new record of the command with its fields filled, in declared order. Raises `ParserError` (`NoValue`,
+/// `UnableToParseValue`).
+std::unique_ptr<CommandRecord> decode(const CommandNode& node, const ParsedValues& values);
+
+}  // namespace ArgumentParser

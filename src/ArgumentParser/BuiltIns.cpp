@@ -1,0 +1,58 @@
+#include "ArgumentParser/BuiltIns.h"
+
+#include <algorithm>
+
+namespace ArgumentParser {
+
+std::vector<Name> helpNames(const CommandStack& stack, Visibility visibility) {
+  std::vector<Name> names{Name::makeShort("h"), Name::makeLong("help")};
+  for (const CommandNode* node : stack) {
+    if (const auto& own = node->configuration().helpNames) names = own->makeNames("help");
+  }
+  if (visibility == Visibility::default_) return names;
+  std::erase_if(names, [](const Name& name) { return name.isShort(); });
+  for (Name& name : names) name.text += "-hidden";
+  return names;
+}
+
+std::optional<Version> version(const CommandStack& stack) {
+  std::optional<Version> result;
+  for (const CommandNode* node : stack) {
+    if (!node->configuration().version.isEmpty()) result = node->configuration().version;
+  }
+  return result;
+}
+
+std::vector<ArgumentDefinition> builtInDefinitions(const CommandStack& stack) {
+  std::vector<ArgumentDefinition> result;
+  const auto add = [&](std::vector<Name> names, const char* key, const char* abstract) {
+    ArgumentDefinition definition;
+    definition.key = {key, {"_built-in"}};
+    definition.names = std::move(names);
+    definition.help.isOptional = true;
+    definition.help.abstract = abstract;
+    result.push_back(std::move(definition));
+  };
+  if (version(stack)) add({Name::makeLong("version")}, "version", "Show the version.");
+  if (auto names = helpNames(stack); !names.empty()) add(std::move(names), "help", "Show help information.");
+  return result;
+}
+
+void checkForBuiltInFlags(const std::vector<SplitArguments::Element>& elements, const CommandStack& stack) {
+  if (elements.empty()) return;
+  const auto holds = [&](const std::vector<Name>& names) {
+    return std::any_of(elements.begin(), elements.end(), [&](const SplitArguments::Element& element) {
+      return element.option() != nullptr &&
+             std::find(names.begin(), names.end(), element.option()->name) != names.end();
+    });
+  };
+  if (holds(helpNames(stack))) throw ParserError(parser_error::HelpRequested{Visibility::default_});
+  if (holds(helpNames(stack, Visibility::hidden))) {
+    throw ParserError(parser_error::HelpRequested{Visibility::hidden});
+  }
+  if (holds({Name::makeLong("experimental-dump-help")})) throw ParserError(parser_error::DumpHelpRequested{});
+  if (version(stack) && holds({Name::makeLong("version")}))
+    throw ParserError(parser_error::VersionRequested{});
+}
+
+}  // namespace ArgumentParser

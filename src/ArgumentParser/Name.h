@@ -1,0 +1,88 @@
+// The names of options and flags, and how a declaration asks for them.
+#pragma once
+
+#include <initializer_list>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <variant>
+#include <vector>
+
+namespace ArgumentParser {
+
+/// One name of an option or flag, as it stands on a command line.
+struct Name {
+  enum class Kind { long_, short_, longWithSingleDash };
+
+  Kind kind = Kind::long_;
+  std::string text;             ///< without its dashes; of a short name the one character
+  bool allowingJoined = false;  ///< short names: "-Dvalue" is the name "-D" with the value "value"
+
+  static Name makeLong(std::string_view text) { return {Kind::long_, std::string(text)}; }
+  static Name makeShort(std::string_view character, bool allowingJoined = false) {
+    return {Kind::short_, std::string(character), allowingJoined};
+  }
+  static Name makeLongWithSingleDash(std::string_view text) {
+    return {Kind::longWithSingleDash, std::string(text)};
+  }
+
+  bool isShort() const { return kind == Kind::short_; }
+  /// The name as typed: "--text", "-c" or "-text".
+  std::string synopsisString() const { return (kind == Kind::long_ ? "--" : "-") + text; }
+  /// The name without its dashes.
+  const std::string& valueString() const { return text; }
+
+  friend bool operator==(const Name& a, const Name& b) { return a.kind == b.kind && a.text == b.text; }
+};
+
+/// The name that stands for a definition where one is shown: the first that is not short, else the first.
+/// `names` must not be empty.
+const Name& preferredName(const std::vector<Name>& names);
+
+/// Which names an option or flag has, in order.
+struct NameSpecification {
+  struct Long {};   ///< "--" and the field's name by the kebab rule
+  struct Short {};  ///< "-" and the first character of the field's name
+  struct CustomLong {
+    std::string text;
+    bool withSingleDash = false;
+  };
+  struct CustomShort {
+    std::string character;
+    bool allowingJoined = false;
+  };
+  struct InvalidLiteral {
+    std::string literal;
+    std::string message;
+  };
+  using Element = std::variant<Long, Short, CustomLong, CustomShort, InvalidLiteral>;
+
+  NameSpecification() : elements{Long{}} {}
+  NameSpecification(std::initializer_list<Element> list) : elements(list) {}
+  NameSpecification(Element element) : elements{std::move(element)} {}
+  /// Names written as they are typed: "--name", "-n", "-name".
+  NameSpecification(const char* literal) : elements{elementFromLiteral(literal)} {}
+  static NameSpecification literals(std::initializer_list<const char*> list);
+  static NameSpecification customLong(std::string text, bool withSingleDash = false) {
+    return Element(CustomLong{std::move(text), withSingleDash});
+  }
+  static NameSpecification customShort(std::string character, bool allowingJoined = false) {
+    return Element(CustomShort{std::move(character), allowingJoined});
+  }
+  static NameSpecification none() { return std::initializer_list<Element>{}; }
+
+  /// The element that a literal name stands for; an `InvalidLiteral` says what is wrong with it.
+  static Element elementFromLiteral(std::string_view literal);
+
+  /// The names for a field called `key`. Raises `DeclarationError`.
+  std::vector<Name> makeNames(std::string_view key) const;
+
+  std::vector<Element> elements;
+};
+
+inline const NameSpecification shortAndLong{NameSpecification::Short{}, NameSpecification::Long{}};
+
+/// "noColor" as "no-color": lower case, with `separator` before each word.
+std::string convertedToSnakeCase(std::string_view text, char separator = '-');
+
+}  // namespace ArgumentParser

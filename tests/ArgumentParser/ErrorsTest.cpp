@@ -1,0 +1,457 @@
+// Every way in which a command line can end other than by running: words, stream and status.
+
+#include <gtest/gtest.h>
+
+#include "ArgumentParser/ErrorMessageGenerator.h"
+#include "Outcome.h"
+#include "support/Surroundings.h"
+
+namespace ArgumentParser {
+namespace {
+
+/// An enumeration of `count` values: a, b, c ...
+template <int count>
+struct Letter {
+  int index;
+  friend bool operator==(const Letter&, const Letter&) = default;
+};
+
+}  // namespace
+
+template <int count>
+struct EnumeratedValues<Letter<count>> {
+  static std::vector<EnumeratedValue<Letter<count>>> values() {
+    std::vector<EnumeratedValue<Letter<count>>> result;
+    for (int i = 0; i < count; ++i) result.push_back({{i}, std::string(1, static_cast<char>('a' + i))});
+    return result;
+  }
+};
+
+namespace {
+
+struct Runnable {
+  void run() {}
+};
+
+struct Add : Runnable {
+  std::string name;
+  std::optional<std::string> icon, note, secret;
+  std::optional<int> count;
+  bool force = false;
+
+  static Declaration declaration() {
+    return command<Add>({.abstract = "Create"}, [](auto& it) {
+      it.argument(&Add::name, "name", {.help = "What to call it"});
+      it.option(&Add::icon, "icon", {.help = "Symbol", .name = shortAndLong});
+      it.option(&Add::note, "note", {.name = "-note"});
+      it.option(&Add::count, "count", {.help = {"How many", {}, "n"}});
+      it.option(&Add::secret, "secretMode", {.help = ArgumentHelp::hidden()});
+      it.flag(&Add::force, "force", {.name = shortAndLong});
+    });
+  }
+};
+
+struct Remove : Runnable {
+  std::vector<std::string> ids;
+  std::string reason;
+  static Declaration declaration() {
+    return command<Remove>({.commandName = "rm", .aliases = {"del"}}, [](auto& it) {
+      it.argument(&Remove::ids, "ids", {.help = "Which", .atLeastOne = true});
+      it.option(&Remove::reason, "reason");
+    });
+  }
+};
+
+struct Mode : Runnable {
+  Letter<2> letter{};
+  bool index = false;
+  static Declaration declaration() {
+    return command<Mode>({}, [](auto& it) {
+      it.enumeratedFlag(&Mode::letter, "letter",
+                        {.cases = {{{0}, "alpha", shortAndLong}, {{1}, "beta", shortAndLong, "Second"}}});
+      it.flag(&Mode::index, "index", {.inversion = FlagInversion::prefixedNo});
+    });
+  }
+};
+
+struct Pick : Runnable {
+  std::optional<Letter<2>> two;
+  std::optional<Letter<3>> three;
+  std::optional<Letter<5>> five;
+  std::optional<Letter<6>> six;
+  std::optional<std::string> odd, host;
+  static Declaration declaration() {
+    return command<Pick>({}, [](auto& it) {
+      it.argument(&Pick::two, "two", {.help = "One of two"});
+      it.option(&Pick::three, "three").option(&Pick::five, "five");
+      it.option(&Pick::six, "six", {.help = "One of six"});
+      it.option(&Pick::odd, "odd", {.transform = [](const std::string& text) -> std::optional<std::string> {
+        if (text == "4") throw 4;
+        throw ValidationError("It is even.");
+      }});
+      it.option(&Pick::host, "host", {.help = ArgumentHelp::hidden(), .name = "-h"});
+    });
+  }
+};
+
+struct Late : Runnable {
+  std::vector<std::string> words;
+  std::string hidden;
+  static Declaration declaration() {
+    return command<Late>({.usage = ""}, [](auto& it) {
+      it.argument(
+          &Late::words, "words",
+          {.help = "Words", .atLeastOne = true, .parsing = ArgumentArrayParsingStrategy::postTerminator});
+      it.option(&Late::hidden, "hidden", {.help = ArgumentHelp::hidden()});
+    });
+  }
+};
+
+struct Throw {
+  std::string stage, what;
+  static Declaration declaration() {
+    return command<Throw>(
+        {.usage = "throw things\nor not", .helpNames = NameSpecification::none()},
+        [](auto& it) { it.argument(&Throw::stage, "stage").argument(&Throw::what, "what"); });
+  }
+  void validate() {
+    if (stage == "validate") act();
+  }
+  void run() { act(); }
+  void act() const {
+    if (what == "invalid") throw ValidationError("Not so.");
+    if (what == "silent") throw ValidationError("");
+    if (what == "runtime") throw std::runtime_error("Broken.");
+    if (what == "number") throw 7;
+    if (what == "three") throw ExitCode(3);
+    if (what == "success") throw ExitCode::success;
+    if (what == "failure") throw ExitCode::failure;
+    if (what == "message") throw CleanExit::message("Done.");
+    if (what == "help") throw CleanExit::helpRequest(type<Remove>().identity());
+    if (what == "dump") throw CleanExit::dumpRequest(type<Remove>().identity());
+  }
+};
+
+struct Group {
+  struct List : Runnable {
+    bool json = false;
+    static Declaration declaration() {
+      return command<List>({}, [](auto& it) { it.flag(&List::json, "json"); });
+    }
+  };
+  struct Show : Runnable {
+    int id = 0;
+    std::optional<std::string> region;
+    static Declaration declaration() {
+      return command<Show>({.helpNames = "--info"},
+                           [](auto& it) { it.argument(&Show::id, "id").option(&Show::region, "region"); });
+    }
+  };
+  static Declaration declaration() {
+    return command<Group>(
+        {.version = "2.0", .subcommands = {type<List>(), type<Show>()}, .defaultSubcommand = type<List>()});
+  }
+};
+
+struct Tool {
+  static Declaration declaration() {
+    return command<Tool>({.abstract = "A tool",
+                          .subcommands = {type<Add>(), type<Remove>(), type<Mode>(), type<Pick>(),
+                                          type<Late>(), type<Throw>(), type<Group>()}});
+  }
+};
+
+std::string usage(const std::string& line, const std::string& seeCommand, const char* name = "--help") {
+  return "Usage: tool" + line + "\n  See 'tool" + seeCommand + " " + name + "' for more information.";
+}
+
+TEST(Errors, HaveTheirWordsUsageAndStatus) {
+  const std::string root = usage(" <subcommand>", "");
+  const std::string add = usage(" add <name> [--icon <icon>] [-note <note>] [--count <n>] [--force]", " add");
+  const std::string remove = usage(" rm <ids> ... --reason <reason>", " rm");
+  const std::string mode = usage(" mode --alpha --beta --index --no-index", " mode");
+  const std::string pick =
+      usage(" pick [<two>] [--three <three>] [--five <five>] [--six <six>] [--odd <odd>]", " pick");
+  const std::string late = "  See 'tool late --help' for more information.";
+  const std::string thrower = "Usage: throw things\n       or not";
+  const std::string list = usage(" group list [--json]", " group list");
+  const std::string show = usage(" group show <id> [--region <region>]", " group show", "--info");
+  struct Case {
+    const char* line;
+    const std::string& usage;
+    std::string message;
+    std::string help = {};
+  };
+  const Case cases[] = {
+      // What no command knows.
+      {"---x add", root, "Invalid option: ---x"},
+      {"add a -=x", root, "Invalid option: -=x"},
+      {"nothing", root, "Unexpected argument 'nothing'"},
+      {"-- add", root, "Unexpected argument 'add'"},
+      {"--icon x add", root, "Unknown option '--icon'"},
+      {"add a b", add, "Unexpected argument 'b'"},
+      {"add a b -- --c d", add, "3 unexpected arguments: 'b', '--c', 'd'"},
+      {"add a b --nope -x", add, "Unknown option '--nope'. Did you mean '-note'?"},
+      {"add a -x", add, "Unknown option '-x'"},
+      {"add a -xyz", add, "Unknown option '-xyz'"},
+      {"add a -fx", add, "Unknown option '-x'"},
+      {"add a --version", add, "Unknown option '--version'"},
+      // Suggestions: up to a distance of 3, the nearest, the first of several.
+      {"add a --co", add, "Unknown option '--co'. Did you mean '--icon'?"},
+      {"add a --countxyz", add, "Unknown option '--countxyz'. Did you mean '--count'?"},
+      {"add a --countwxyz", add, "Unknown option '--countwxyz'"},
+      {"add a --iéon", add, "Unknown option '--iéon'. Did you mean '--icon'?"},
+      {"add a --hepl=1", add, "Unknown option '--hepl'. Did you mean '--help'?"},
+      {"add a --secret-mod", add, "Unknown option '--secret-mod'. Did you mean '--secret-mode'?"},
+      {"pick --oi", pick, "Unknown option '--oi'. Did you mean '--six'?"},
+      {"group --region x show 1", list, "Unknown option '--region'. Did you mean '--version'?"},
+      // Values that are missing, superfluous or wrong.
+      {"add a --icon", add, "Missing value for '--icon <icon>'", "--icon <icon>  Symbol"},
+      {"add a -i -f", add, "Missing value for '-i <icon>'", "-i <icon>  Symbol"},
+      {"add a -note", add, "Missing value for '-note <note>'"},
+      {"add a -fi", add, "Missing value for '-i <icon>'\n   or: Unknown option '-fi' in '-fi'"},
+      {"add a -icom", add,
+       "Missing value for '-i <icon>'\n   or: Unknown option '-icom'. Did you mean '--icon'? in '-icom'"},
+      {"add --force=1", add, "The option '--force' does not take any value, but '1' was specified."},
+      {"add", add, "Missing expected argument '<name>'", "<name>  What to call it"},
+      {"rm", remove, "Missing expected argument '<ids> ...'", "<ids> ...  Which"},
+      {"del a", remove, "Missing expected argument '--reason <reason>'"},
+      {"mode --index", mode, "Missing one of: '--alpha', '--beta'"},
+      {"mode --beta", mode, "Missing one of: '--index', '--no-index'"},
+      {"late a --hidden=x", late, "Missing expected argument '-- <words> ...'", "-- <words> ...  Words"},
+      {"late -- a", late,
+       "No value set for non-argument var hidden. Replace with a static variable, or let constant."},
+      {"add a --count x", add, "The value 'x' is invalid for '--count <n>'", "--count <n>  How many"},
+      {"pick c", pick, "The value 'c' is invalid for '<two>'. Please provide one of 'a' and 'b'.",
+       "<two>  One of two"},
+      {"pick --three x", pick,
+       "The value 'x' is invalid for '--three <three>'. Please provide one of 'a', 'b' or 'c'."},
+      {"pick --five ''", pick,
+       "The value '' is invalid for '--five <five>'. Please provide one of 'a', 'b', 'c', 'd' or 'e'."},
+      {"pick --six=x", pick,
+       "The value 'x' is invalid for '--six <six>'. Please provide one of the following:"
+       "\n  - a\n  - b\n  - c\n  - d\n  - e\n  - f",
+       "--six <six>  One of six"},
+      {"pick --odd 3", pick, "The value '3' is invalid for '--odd <odd>': It is even."},
+      {"pick --odd 4", pick, "Internal error. Invalid state while parsing command-line arguments."},
+      {"pick -h", pick, "Missing value for '-h <h>'"},
+      // Flags that contradict each other.
+      {"mode --alpha -a --index -b", mode,
+       "Value to be set with flag '-b' had already been set with flag '-a'"},
+      {"mode -ab", mode,
+       "Value to be set with flag 'b' in '-ab' had already been set with flag 'a' in '-ab'"},
+      // Which of several faults is told: options in input order, fields in declared order, then the rest.
+      {"add --count x --icon", add, "Missing value for '--icon <icon>'", "--icon <icon>  Symbol"},
+      {"pick --five x --three 2 --what", pick,
+       "The value '2' is invalid for '--three <three>'. Please provide one of 'a', 'b' or 'c'."},
+      {"rm --what", remove, "Missing expected argument '<ids> ...'", "<ids> ...  Which"},
+      // Default subcommands, and what stands in a subcommand's way.
+      {"group --json list", list, "Unexpected argument 'list'"},
+      {"group nothing --jsno", list, "Unknown option '--jsno'. Did you mean '--json'?"},
+      {"group show 1 --help", show, "Unknown option '--help'"},
+      // A request does not win over the option pass.
+      {"group show x --version --region", show, "Missing value for '--region <region>'"},
+      {"throw run", thrower, "Missing expected argument '<what>'"},
+      {"throw validate invalid --version", thrower, "Not so."},
+      {"throw validate invalid", thrower, "Not so."},
+      {"throw run invalid", root, "Not so."},
+      {"throw validate silent", thrower, ""},
+      {"throw run silent", root, ""},
+  };
+  for (const Case& each : cases) {
+    const Outcome actual = outcome(type<Tool>(), words(each.line));
+    EXPECT_EQ(actual.text, (each.message.empty() ? "" : "Error: " + each.message + "\n") +
+                               (each.help.empty() ? "" : "Help:  " + each.help + "\n") + each.usage)
+        << each.line;
+    EXPECT_EQ(actual.status, 64) << each.line;
+  }
+}
+
+TEST(Errors, OtherEndsHaveTheirTextAndStatus) {
+  const std::tuple<const char*, const char*, int> cases[] = {
+      {"group --json", "", 0},
+      {"group show --region x 1", "", 0},
+      {"group --version", "2.0", 0},
+      {"group show x --version", "2.0", 0},
+      {"throw validate runtime", "Error: Broken.", 1},
+      {"throw run runtime", "Error: Broken.", 1},
+      {"throw run number", "Error: unknown error", 1},
+      {"throw validate three", "", 3},
+      {"throw run failure", "", 1},
+      {"throw run success", "", 0},
+      {"throw run message", "Done.", 0},
+      {"throw validate message", "Done.", 0},
+  };
+  for (const auto& [line, text, status] : cases) {
+    const Outcome actual = outcome(type<Tool>(), words(line));
+    EXPECT_EQ(actual.text, text) << line;
+    EXPECT_EQ(actual.status, status) << line;
+  }
+}
+
+TEST(Errors, RequestsComeToWhatTheyAskFor) {
+  const support::ScopedVariable columns("COLUMNS", "80"), rows("LINES", "25");
+  const auto help = [](const char* line) { return outcome(type<Tool>(), words(line)); };
+  const std::pair<const char*, const char*> same[] = {
+      {"", "help"},
+      {"--help", "help"},
+      {"add --help", "help add"},
+      {"add --icon x -h --count no", "help add"},
+      {"add a b --what --help --version", "help add"},
+      {"add -xh", "help add"},
+      {"rm -h", "help del nowhere rm"},
+      {"group --help", "help group"},
+      {"group list --help", "group --json --help"},
+      {"group list --help", "group --help nothing"},
+      {"group show --info", "help group show"},
+      {"throw run help", "help rm"},
+      {"throw validate help", "help rm"},
+      {"throw run dump", "rm --experimental-dump-help"},
+      {"help --help", "help"},
+  };
+  for (const auto& [line, other] : same) {
+    EXPECT_EQ(help(line).text, help(other).text) << line;
+    EXPECT_EQ(help(line).status, 0) << line;
+  }
+  EXPECT_NE(help("add --help-hidden").text.find("--secret-mode"), std::string::npos);
+  EXPECT_EQ(help("add --help-hidden --help").text, help("add --help").text);
+  EXPECT_EQ(help("add --experimental-dump-help --help-hidden").text, help("add --help-hidden").text);
+  EXPECT_EQ(help("group --version --experimental-dump-help nothing").text,
+            help("group list --experimental-dump-help").text);
+}
+
+struct Greet : Runnable {
+  static Declaration declaration() { return command<Greet>({}); }
+  void validate() { throw CleanExit::message("Hello."); }
+};
+
+TEST(Errors, WithoutAnyArgumentShowTheWholeHelp) {
+  const support::ScopedVariable columns("COLUMNS", "80"), rows("LINES", "25");
+  EXPECT_EQ(outcome(type<Add>(), {}).text,
+            "Error: Missing expected argument '<name>'\n\n" + outcome(type<Add>(), {"--help"}).text);
+  EXPECT_EQ(outcome(type<Add>(), {}).status, 64);
+  EXPECT_EQ(outcome(type<Greet>(), {}).text, "Hello.");
+}
+
+TEST(Errors, OfEveryOtherKindHaveWords) {
+  using namespace parser_error;
+  const std::pair<ParserError, const char*> cases[] = {
+      {NonAlphanumericShortOption{"!"}, "Invalid option: -!"},
+      {MissingValueForOption{{}, Name::makeLong("x")}, "Missing value for '--x'"},
+      {NotParentCommand{"x"}, "Command 'x' is not a parent of the current command."},
+      {MissingSubcommand{}, "Missing required subcommand."},
+      {NotImplemented{}, "Internal error. Parsing command-line arguments hit unimplemented code path."},
+      {InvalidState{}, "Internal error. Invalid state while parsing command-line arguments."},
+      {UnableToParseValue{{}, Name::makeShort("x"), "1", {"other"}, {}}, "The value '1' is invalid for '-x'"},
+      {UnableToParseValue{{}, {}, "1", {"other"}, "No."}, "The value '1' is invalid.: No."},
+  };
+  const CommandTree tree(type<Tool>());
+  for (const auto& [error, message] : cases) {
+    EXPECT_EQ(outcome(std::make_exception_ptr(error), tree).text,
+              std::string("Error: ") + message + "\n" + usage(" <subcommand>", ""));
+  }
+  const auto version = std::make_exception_ptr(ParserError(VersionRequested{}));
+  EXPECT_EQ(outcome(version, tree).text, "Unspecified version");
+}
+
+TEST(EditDistance, CountsCharacters) {
+  const std::tuple<const char*, const char*, std::size_t> cases[] = {
+      {"", "", 0},
+      {"abc", "", 3},
+      {"abc", "abc", 0},
+      {"kitten", "sitting", 3},
+      {"abcd", "acbd", 2},
+      {"aaa", "aa", 1},
+      {"abab", "ab", 2},
+      {"é👩‍👧", "e", 2},
+      {"sunday", "saturday", 3},
+  };
+  for (const auto& [a, b, distance] : cases) {
+    EXPECT_EQ(editDistance(a, b), distance) << a << " " << b;
+    EXPECT_EQ(editDistance(b, a), distance) << b << " " << a;
+  }
+}
+
+// ---- Declarations that are malformed ----
+
+template <int kind>
+struct Malformed {
+  bool flag = false;
+  static Declaration declaration() {
+    CommandConfiguration configuration{.commandName = "other"};
+    if (kind == 0) configuration.subcommands = {type<Malformed<0>>()};
+    if (kind == 1) configuration.subcommands = {type<Malformed<2>>()};
+    if (kind == 2) configuration.subcommands = {type<Malformed<1>>()};
+    if (kind == 3) configuration.aliases = {"another", "other"};
+    if (kind == 4) configuration.defaultSubcommand = type<Add>();
+    Declaration result = command<Malformed>(configuration, [](auto& it) {
+      it.flag(&Malformed::flag, "key", {.name = NameSpecification::none()});
+    });
+    result.typeName = "Malformed" + std::to_string(kind);
+    return result;
+  }
+};
+
+template <class Attempt>
+std::string fault(Attempt attempt) {
+  try {
+    attempt();
+    return {};
+  } catch (const DeclarationError& error) {
+    return error.what();
+  }
+}
+
+TEST(DeclarationErrors, StopTheProgram) {
+  const auto tree = [](CommandType root) { return fault([&] { CommandTree(root).checkDeclarations(); }); };
+  const std::string itself = " can't have itself as its own subcommand.";
+  EXPECT_EQ(tree(type<Malformed<0>>()), "The command \"Malformed0\"" + itself);
+  EXPECT_EQ(tree(type<Malformed<1>>()), "The command \"Malformed1\"" + itself);
+  EXPECT_EQ(tree(type<Malformed<3>>()),
+            "The command \"Malformed3\" can't have an alias with the same name as the command itself.");
+  EXPECT_EQ(tree(type<Malformed<4>>()),
+            "The default subcommand of the command \"Malformed4\" must be one of its subcommands.");
+
+  EXPECT_EQ(fault([] { parseAsRoot(CommandTree(type<Malformed<5>>()), {}); }),
+            "The option or flag 'key' has no name.");
+
+  const char* tooManyDashes = "Can't have more than a two-dash prefix.";
+  const std::pair<const char*, const char*> literals[] = {
+      {"", "Can't use the empty string as a name."},
+      {"--a b!", "Can't use spaces in a name."},
+      {"é", "Must use only letters, numbers, underscores, or dashes."},
+      {"name", "Need one or two prefix dashes."},
+      {"-", "Need at least one character after the dash prefix."},
+      {"--", "Need at least one character after the dash prefix."},
+      {"---", tooManyDashes},
+      {"---name", tooManyDashes},
+  };
+  for (const auto& [literal, message] : literals) {
+    EXPECT_EQ(fault([&, text = literal] { NameSpecification(text).makeNames("key"); }),
+              std::string("Invalid literal name '") + literal + "' for property 'key': " + message);
+  }
+  EXPECT_EQ(fault([] { shortAndLong.makeNames(""); }),
+            "Key '' has not characters to form short option name.");
+  const std::pair<const char*, Name> good[] = {
+      {"--name", Name::makeLong("name")},
+      {"-n", Name::makeShort("n")},
+      {"-name", Name::makeLongWithSingleDash("name")},
+      {"--n_1-", Name::makeLong("n_1-")},
+  };
+  for (const auto& [literal, name] : good) {
+    EXPECT_EQ(NameSpecification(literal).makeNames("key"), std::vector<Name>{name});
+  }
+}
+
+TEST(Name, FollowsTheFieldsName) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"noColor", "no-color"},     {"JSONFile", "json-file"},
+      {"retryURL", "retry-url"},   {"a", "a"},
+      {"URLs", "ur-ls"},           {"already-there", "already-there"},
+      {"two2Three", "two2-three"}, {"X-Axis", "x-axis"},
+  };
+  for (const auto& [field, name] : cases) EXPECT_EQ(convertedToSnakeCase(field), name);
+}
+
+}  // namespace
+}  // namespace ArgumentParser

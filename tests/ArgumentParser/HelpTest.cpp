@@ -1,0 +1,275 @@
+// Help and usage texts: wrapping, layout, sections, and the width of the screen.
+
+#include <gtest/gtest.h>
+
+#include "ArgumentParser/HelpGenerator.h"
+#include "ArgumentParser/TextLayout.h"
+#include "ArgumentParser/UsageGenerator.h"
+#include "Outcome.h"
+#include "support/Surroundings.h"
+
+namespace ArgumentParser {
+
+enum class Speed { slow, fast };
+enum class Plan { none, breadthFirstly, once };
+
+template <>
+struct EnumeratedValues<Speed> {
+  static std::vector<EnumeratedValue<Speed>> values() {
+    return {{Speed::slow, "slow"}, {Speed::fast, "fast"}};
+  }
+};
+template <>
+struct EnumeratedValues<Plan> {
+  static std::vector<EnumeratedValue<Plan>> values() {
+    return {{Plan::none, "none", "No plan at all, which is how most of us live from day to day"},
+            {Plan::breadthFirstly, "breadth-first-ish", "Wide"},
+            {Plan::once, "breadth-first-ishy", "Wider"}};
+  }
+};
+
+namespace {
+
+TEST(Wrapping, CutsAtTheLastBlankThatFits) {
+  struct Case {
+    const char* text;
+    std::int64_t width;
+    int indent;
+    const char* expected;
+  };
+  const Case cases[] = {
+      {"", 10, 2, ""},
+      {"one two", 7, 0, "one two"},
+      {"one two", 6, 0, "one\ntwo"},
+      // A blank just behind the last column is not looked at: the word before it moves on too.
+      {"one two three", 7, 0, "one\ntwo\nthree"},
+      {"one two three", 8, 0, "one two\nthree"},
+      {"one  two", 5, 0, "one \ntwo"},
+      {"a b\n\nc d e", 5, 2, "  a\n  b\n\n  c\n  d e"},
+      {"abcdefgh ij kl", 4, 1, " abcdefgh\n ij\n kl"},
+      {"abcdefgh", 3, 0, "abcdefgh"},
+      {"ab abcdefgh", 4, 0, "ab\nabcdefgh"},
+      {"one\n", 9, 1, " one\n"},
+      {"\none", 9, 1, "\n one"},
+      {"aaaaaa\nb c", 3, 0, "aaaaaa\nb\nc"},
+      {"é̂é̂ 👩‍👧👩‍👧 x", 6, 0, "é̂é̂ 👩‍👧👩‍👧\nx"},
+      {"one", 5, 5, ""},
+      {"one", -9223372036854775807 - 1, 26, ""},
+      {"one two", 9223372036854775807, 1, " one two"},
+  };
+  for (const Case& each : cases) {
+    EXPECT_EQ(wrapped(each.text, each.width, each.indent), each.expected) << each.text << " " << each.width;
+  }
+  EXPECT_EQ(hangingIndented("a\nb\n\nc", 2), "a\n  b\n\n  c");
+  EXPECT_EQ(hangingIndented("a", 2), "a");
+}
+
+struct Inner {
+  std::string token;
+  bool deep = false;
+  static void arguments(Arguments<Inner>& it) {
+    it.option(&Inner::token, "token", {.help = "Who asks"});
+    it.flag(&Inner::deep, "deep", {.help = ArgumentHelp::hidden()});
+  }
+};
+
+struct Build {
+  std::string source;
+  std::optional<std::string> target;
+  std::vector<std::string> sets, rest;
+  double timeout = 0;
+  std::optional<Speed> speed;
+  std::optional<Plan> plan;
+  bool index = false, wide = false, wider = false, secret = false;
+  std::optional<Speed> mode;
+  int verbose = 0;
+  std::optional<std::string> colour;
+  Inner inner;
+
+  static Declaration declaration() {
+    return command<Build>(
+        {.abstract = "Build it",
+         .discussion = "Takes its time. Takes even more of it if asked to.\n\n  build --all",
+         .version = "3.1"},
+        [](auto& it) {
+          it.argument(&Build::source, "source", {.help = "From where"});
+          it.argument(&Build::target, "target", {.help = {"To where", "Made if it is missing.", "out"}});
+          it.option(&Build::sets, "sets",
+                    {.help = {"A field", {}, "set"}, .name = NameSpecification::literals({"--set", "-s"})});
+          it.option(&Build::timeout, "timeout", {.help = "Patience", .defaultValue = 15.0});
+          it.option(&Build::speed, "speed", {.defaultValue = Speed::fast});
+          it.option(&Build::plan, "plan",
+                    {.help = {"What to do", "Think first."}, .defaultValue = Plan::none});
+          it.option(&Build::colour, "colour", {.help = "When", .defaultAsFlag = "always"});
+          it.flag(&Build::index, "index",
+                  {.help = "Keep an index", .inversion = FlagInversion::prefixedNo, .defaultValue = false});
+          it.group(&Build::inner, "inner", {.title = "Who is who"});
+          it.enumeratedFlag(
+              &Build::mode, "mode",
+              {.cases = {{Speed::slow, "slow"}, {Speed::fast, "fast", shortAndLong, "Second case"}}});
+          it.countedFlag(&Build::verbose, "verbose", {.help = "Louder", .name = shortAndLong});
+          it.flag(&Build::wide, "wide", {.help = "Label of 23", .name = "--aaaaaaaaaaaaaaaaaaaaa"});
+          it.flag(&Build::wider, "wider", {.help = "Label of 24", .name = "--aaaaaaaaaaaaaaaaaaaaaa"});
+          it.flag(&Build::secret, "secret", {.help = {"Hush", {}, {}, Visibility::hidden}});
+          it.argument(&Build::rest, "rest", {.parsing = ArgumentArrayParsingStrategy::postTerminator});
+        });
+  }
+  void run() {}
+};
+
+std::string helpOf(CommandType command, std::int64_t width, Visibility visibility = Visibility::default_) {
+  const CommandTree tree(command);
+  return HelpGenerator({&tree.root()}, visibility).rendered(width);
+}
+
+TEST(Help, LaysOutEveryForm) {
+  EXPECT_EQ(helpOf(type<Build>(), 60), expectedText("every_form.txt"));
+}
+
+TEST(Help, KeepsItsLabelsOnANarrowScreen) {
+  const std::string text = helpOf(type<Build>(), 26);
+  EXPECT_EQ(text.substr(0, text.find("USAGE")), R"(OVERVIEW: Build it
+
+Takes its time. Takes
+even more of it if asked
+to.
+
+  build --all
+
+)");
+  for (const char* part : {"\n  <source>\n  <out>\n        Made if it is\n        missing.\n  <rest>\n",
+                           "\n  --aaaaaaaaaaaaaaaaaaaaa\n  --aaaaaaaaaaaaaaaaaaaaaa\n\n  --version\n"}) {
+    EXPECT_NE(text.find(part), std::string::npos) << text;
+  }
+  EXPECT_EQ(helpOf(type<Build>(), 0).find("USAGE: build"), 2u);
+}
+
+TEST(Help, ShowsHiddenDefinitionsOnlyWhenAsked) {
+  EXPECT_EQ(helpOf(type<Build>(), 80).find("--secret"), std::string::npos);
+  const std::string all = helpOf(type<Build>(), 80, Visibility::hidden);
+  for (const char* part : {"\nWHO IS WHO:\n  --token <token>         Who asks\n  --deep\n",
+                           "\n  --secret                Hush\n  --version ", "\n  -h, --help "}) {
+    EXPECT_NE(all.find(part), std::string::npos) << part;
+  }
+}
+
+// ---- Subcommands ----
+
+template <int number>
+struct Plain {
+  static Declaration declaration() {
+    const std::string digit = std::to_string(number);
+    CommandConfiguration configuration{.commandName = "plain" + digit, .abstract = "Number " + digit};
+    configuration.shouldDisplay = number != 2;
+    if (number == 3) configuration.aliases = {"three", "iii"};
+    return command<Plain>(configuration);
+  }
+  void run() {}
+};
+
+struct Nest {
+  static Declaration declaration() {
+    return command<Nest>({.superCommandName = "super",
+                          .discussion = "Only that.",
+                          .subcommands = {type<Plain<1>>(), type<Plain<2>>(), type<Plain<3>>()},
+                          .groupedSubcommands = {{"More", {type<Plain<4>>()}},
+                                                 {"None", {type<Plain<2>>()}},
+                                                 {"Last", {type<Plain<5>>()}}},
+                          .defaultSubcommand = type<Plain<3>>(),
+                          .helpNames = NameSpecification{NameSpecification::CustomShort{"?"},
+                                                         NameSpecification::CustomLong{"assist"}}});
+  }
+};
+
+TEST(Help, ListsSubcommands) {
+  EXPECT_EQ(helpOf(type<Nest>(), 80), expectedText("subcommands.txt"));
+}
+
+TEST(Help, CommandFollowsTheNames) {
+  const support::ScopedVariable columns("COLUMNS", "80"), rows("LINES", "25");
+  const auto first = [](const char* line) {
+    const std::string text = outcome(type<Nest>(), words(line)).text;
+    return text.substr(0, text.find("OPTIONS"));
+  };
+  const std::string root = "OVERVIEW: \nOnly that.\n\nUSAGE: super nest <subcommand>\n\n";
+  const std::pair<const char*, std::string> cases[] = {
+      {"help", root},
+      {"help plain2", "OVERVIEW: Number 2\n\nUSAGE: super nest plain2\n\n"},
+      {"help iii plain1", "OVERVIEW: Number 3\n\nUSAGE: super nest plain3\n\n"},
+      {"help nothing plain1", root},
+      {"help -h plain4", "OVERVIEW: Number 4\n\nUSAGE: super nest plain4\n\n"},
+      {"plain5 --assist", "OVERVIEW: Number 5\n\nUSAGE: super nest plain5\n\n"},
+      {"help help",
+       "OVERVIEW: Show subcommand help information.\n\nUSAGE: super nest help [<subcommands> ...]\n\n"
+       "ARGUMENTS:\n  <subcommands>\n"},
+  };
+  for (const auto& [line, expected] : cases) EXPECT_EQ(first(line), expected) << line;
+}
+
+// ---- Usage ----
+
+/// `optional` optional options, then `required` required ones.
+template <int optional, int required>
+struct Many {
+  std::optional<std::string> given;
+  std::string needed;
+  static Declaration declaration() {
+    return command<Many>({.commandName = "many"}, [](auto& it) {
+      for (int i = 0; i < optional; ++i) it.option(&Many::given, "o" + std::to_string(i));
+      for (int i = 0; i < required; ++i) it.option(&Many::needed, "r" + std::to_string(i));
+    });
+  }
+  void run() {}
+};
+
+struct Bare {
+  static Declaration declaration() {
+    return command<Bare>({.usage = "", .helpNames = NameSpecification::none()});
+  }
+};
+
+TEST(Usage, ShortensALongLine) {
+  const auto of = [](CommandType command) {
+    const CommandTree tree(command);
+    return usageMessage({&tree.root()});
+  };
+  EXPECT_EQ(of(type<Many<1, 1>>()), "Usage: many [--o0 <o0>] --r0 <r0>");
+  const std::string twelve = of(type<Many<12, 0>>());
+  EXPECT_EQ(twelve.substr(twelve.size() - 12), "[--o11 <o11>]" + 1);
+  EXPECT_EQ(of(type<Many<13, 0>>()), "Usage: many <options>");
+  EXPECT_EQ(of(type<Many<12, 1>>()), "Usage: many [<options>] --r0 <r0>");
+  EXPECT_EQ(of(type<Many<0, 13>>()), "Usage: many <options>");
+  EXPECT_EQ(of(type<Many<0, 0>>()), "Usage: many");
+  EXPECT_EQ(of(type<Bare>()), "");
+  EXPECT_EQ(helpOf(type<Bare>(), 80), "");
+}
+
+// ---- The screen ----
+
+TEST(ScreenSize, ReadsTheEnvironmentStrictly) {
+  const ScreenSize own = [] {
+    const support::ScopedVariable columns("COLUMNS", {}), rows("LINES", {});
+    return screenSize();
+  }();
+  const std::int64_t otherwise = own.columns;
+  const std::pair<const char*, std::int64_t> cases[] = {
+      {"50", 50},         {"+50", 50},         {"-3", -3},
+      {"0", 0},           {"007", 7},          {"4294967377", 4294967377},
+      {"", otherwise},    {" 50", otherwise},  {"50x", otherwise},
+      {"50 ", otherwise}, {"0x50", otherwise}, {"5.0", otherwise},
+      {"+", otherwise},   {"+-5", otherwise},  {"99999999999999999999", otherwise},
+  };
+  const support::ScopedVariable rows("LINES", {});
+  for (const auto& [value, expected] : cases) {
+    const support::ScopedVariable columns("COLUMNS", value);
+    EXPECT_EQ(screenSize().columns, expected) << '"' << value << '"';
+    EXPECT_EQ(screenSize().rows, own.rows);
+    outcome(type<Build>(), {"--help"});
+  }
+  const support::ScopedVariable columns("COLUMNS", "7"), lines("LINES", "8");
+  EXPECT_EQ(screenSize().columns, 7);
+  EXPECT_EQ(screenSize().rows, 8);
+}
+
+}  // namespace
+}  // namespace ArgumentParser

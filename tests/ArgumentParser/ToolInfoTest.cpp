@@ -1,0 +1,156 @@
+// The dump: what it holds, and that reading it gives back what was written.
+
+#include <gtest/gtest.h>
+
+#include "ArgumentParser/ToolInfo.h"
+#include "Outcome.h"
+
+namespace ArgumentParser {
+
+enum class Tone { low, high };
+template <>
+struct EnumeratedValues<Tone> {
+  static std::vector<EnumeratedValue<Tone>> values() {
+    return {{Tone::low, "low", "Far down"}, {Tone::high, "high"}};
+  }
+};
+
+namespace {
+
+struct Common {
+  bool hidden = false, index = false;
+  static void arguments(Arguments<Common>& it) {
+    it.flag(&Common::hidden, "hidden", {.help = ArgumentHelp::hidden()});
+    it.flag(&Common::index, "index",
+            {.help = "Keep\tit",
+             .name = shortAndLong,
+             .inversion = FlagInversion::prefixedNo,
+             .defaultValue = false});
+  }
+};
+
+struct Play {
+  std::vector<std::string> files, rest;
+  std::optional<std::string> folder, command_, word, other, chosen;
+  Tone tone = Tone::low;
+  Common common;
+
+  static Declaration declaration() {
+    return command<Play>({.abstract = "Play a/b", .discussion = "Loud.", .aliases = {"p"}}, [](auto& it) {
+      it.argument(&Play::files, "files",
+                  {.help = "Which", .atLeastOne = true, .completion = CompletionKind::file({"wav", "ogg"})});
+      it.option(&Play::tone, "tone", {.defaultValue = Tone::high});
+      it.option(&Play::folder, "folder", {.completion = CompletionKind::directory()});
+      it.option(&Play::command_, "command", {.completion = CompletionKind::shellCommand("ls -1 \"é\"")});
+      it.option(&Play::word, "word",
+                {.parsing = SingleValueParsingStrategy::scanningForValue,
+                 .completion = CompletionKind::custom(
+                     [](const auto&, auto, auto) { return std::vector<std::string>(); })});
+      it.option(&Play::other, "other",
+                {.name = "-x",
+                 .completion = CompletionKind::customDeprecated([](const auto& words) { return words; })});
+      it.option(&Play::chosen, "chosen", {.completion = CompletionKind::list({"", "b"})});
+      it.group(&Play::common, "common", {.title = "Shared"});
+      it.argument(&Play::rest, "rest", {.parsing = ArgumentArrayParsingStrategy::allUnrecognized});
+    });
+  }
+  void run() {}
+};
+
+struct Player {
+  static Declaration declaration() {
+    return command<Player>({.superCommandName = "super",
+                            .version = "1",
+                            .subcommands = {type<Play>()},
+                            .defaultSubcommand = type<Play>()});
+  }
+};
+
+const ArgumentInfoV0& argument(const CommandInfoV0& command, const std::string& name) {
+  const auto found = std::find_if(command.arguments.begin(), command.arguments.end(),
+                                  [&](const auto& each) { return each.valueName == name; });
+  return found != command.arguments.end() ? *found : throw std::out_of_range(name);
+}
+
+TEST(ToolInfo, ReadsBackWhatItWrote) {
+  const CommandTree tree(type<Player>());
+  const ToolInfoV0 info = makeToolInfo({&tree.root()});
+  EXPECT_EQ(readToolInfo(dumpText(info)), info);
+  EXPECT_EQ(outcome(type<Player>(), {"--experimental-dump-help"}).text, dumpText(info));
+
+  // What the declaration says must be in it, or equality says little.
+  ASSERT_EQ(info.command.subcommands.size(), 2u);
+  const CommandInfoV0& play = info.command.subcommands.front();
+  EXPECT_EQ(info.command.defaultSubcommand, "play");
+  EXPECT_EQ(play.superCommands, (std::vector<std::string>{"super", "player"}));
+  EXPECT_EQ(play.aliases, std::vector<std::string>{"p"});
+  ASSERT_EQ(play.arguments.size(), 12u);
+  const ArgumentInfoV0& index = argument(play, "index");
+  EXPECT_EQ(index.names.size(), 3u);
+  EXPECT_EQ(index.preferredName, (NameInfoV0{"long", "index"}));
+  EXPECT_EQ(index.defaultValue, "--no-index");
+  EXPECT_EQ(index.sectionTitle, "Shared");
+  EXPECT_FALSE(argument(play, "hidden").shouldDisplay);
+  EXPECT_EQ(argument(play, "x").completionKind->kind, "customDeprecated");
+  EXPECT_EQ(argument(play, "tone").allValueDescriptions,
+            (std::map<std::string, std::string>{{"low", "Far down"}}));
+  EXPECT_EQ(argument(play, "rest").parsingStrategy, "allUnrecognized");
+  EXPECT_FALSE(argument(play, "rest").completionKind);
+  EXPECT_EQ(info.command.subcommands.back().commandName, "help");
+}
+
+TEST(ToolInfo, IsWrittenWithSortedKeysAndEscapedSlashes) {
+  const CommandTree tree(type<Player>());
+  ToolInfoV0 info = makeToolInfo({&tree.root(), tree.root().children().front().get()});
+  info.command.arguments.resize(1);
+  info.command.subcommands.clear();
+  EXPECT_EQ(dumpText(info), expectedText("dump.json"));
+}
+
+TEST(ToolInfo, ReaderIsStrictAboutShape) {
+  const auto document = [](const std::string& command) {
+    return R"({"serializationVersion" : 0, "command" : )" + command + "}";
+  };
+  const auto withKind = [&](const std::string& kind) {
+    return document(R"({"commandName" : "c", "arguments" : [{"kind" : "flag", "isOptional" : true,
+      "isRepeating" : false, "parsingStrategy" : "default", "completionKind" : )" +
+                    kind + "}]}");
+  };
+  const CommandInfoV0 read = readToolInfo(withKind(R"({"customAsync" : {}})")).command;
+  EXPECT_TRUE(read.shouldDisplay);
+  EXPECT_TRUE(read.arguments.front().shouldDisplay);
+  EXPECT_EQ(read.arguments.front().completionKind, CompletionKindV0{"customAsync"});
+  EXPECT_FALSE(
+      readToolInfo(document(R"({"commandName" : "c", "shouldDisplay" : false})")).command.shouldDisplay);
+  EXPECT_EQ(readToolInfoHeader(R"({"serializationVersion" : 1, "later" : []})").serializationVersion, 1);
+
+  const auto unreadable = [](const std::string& key) {
+    return "The value for \"" + key + "\" is missing or of the wrong kind.";
+  };
+  const std::string wrongKeys = "Invalid number of keys found, expected one.";
+  const std::pair<std::string, std::string> cases[] = {
+      {withKind("{}"), wrongKeys},
+      {withKind(R"({"file" : {"extensions" : []}, "directory" : {}})"), wrongKeys},
+      {withKind(R"({"file" : {}})"), unreadable("extensions")},
+      {withKind(R"({"list" : {"values" : [1]}})"), unreadable("values")},
+      {withKind(R"({"nothing" : {}})"), unreadable("completionKind")},
+      {withKind(R"({"custom" : 1})"), unreadable("custom")},
+      {document("{}"), unreadable("commandName")},
+      {document(R"({"commandName" : 1})"), unreadable("commandName")},
+      {R"({"serializationVersion" : 0})", unreadable("command")},
+      {R"({"serializationVersion" : 1.5})", unreadable("serializationVersion")},
+      {R"({"serializationVersion" : 1})", "Dumps of version 1 are not known."},
+      {"[]", "The dump is not a JSON object."},
+  };
+  for (const auto& [text, message] : cases) {
+    try {
+      readToolInfo(text);
+      ADD_FAILURE() << text;
+    } catch (const ToolInfoError& error) {
+      EXPECT_EQ(error.what(), message) << text;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace ArgumentParser
