@@ -1,0 +1,85 @@
+#include "api/StartOnDemand.h"
+
+#include "api/ControlFile.h"
+#include "api/Errors.h"
+#include "json/JSONText.h"
+#include "platform/Clock.h"
+#include "platform/Environment.h"
+#include "platform/Files.h"
+#include "platform/Launcher.h"
+#include "platform/Streams.h"
+#include "text/Unicode.h"
+
+namespace zelto {
+namespace {
+
+constexpr double probeTimeout = 15;
+constexpr double probeInterval = 0.4;
+
+/// The path of the application that last recorded itself, if it still stands there.
+std::optional<std::string> recordedApplication() {
+  const auto text = platform::readFile(platform::homeDirectory() + "/.well-known/mcp/zelto.json");
+  const auto locator = text ? json::parse(*text) : std::nullopt;
+  if (!locator || !locator->object()) return std::nullopt;
+  const JSONValue* app = locator->object()->find("app");
+  const JSONValue* path = app != nullptr && app->object() ? app->object()->find("path") : nullptr;
+  if (path == nullptr || !path->string() || !platform::fileExists(*path->string())) return std::nullopt;
+  return *path->string();
+}
+
+}  // namespace
+
+std::string openURL(const std::string& url) {
+  const auto application = recordedApplication();
+  const auto complaint = platform::runLauncher(application ? std::vector{std::string("-a"), *application, url}
+                                                           : std::vector{url});
+  if (!complaint) throw MCPError("could not run /usr/bin/open");
+  return text::isUTF8(*complaint) ? std::string(text::trimmed(*complaint)) : std::string();
+}
+
+JSONValue ensureAPIRunning(double timeout) {
+  const std::string complaint = openURL("zelto://mcp/start");
+  if (!complaint.empty()) throw MCPError("could not reach Zelto: " + complaint);
+  const double deadline = platform::steadySeconds() + timeout;
+  while (platform::steadySeconds() < deadline) {
+    if (platform::fileExists(controlFilePath())) {
+      try {
+        return apiCall("GET", "/health", std::nullopt, {}, probeTimeout);
+      } catch (const MCPError&) {
+        // Not up yet; whatever it is, the deadline ends the wait.
+      }
+    }
+    platform::sleepSeconds(probeInterval);
+  }
+  throw MCPError(
+      "asked Zelto to start its API but it did not come up in time. Open Zelto and check Settings, AI "
+      "agents.");
+}
+
+JSONValue startingOnDemand(const std::function<JSONValue()>& call) {
+  try {
+    return call();
+  } catch (const MCPError& error) {
+    if (!saysAPIIsOff(error.message)) throw CLIError(error.message);
+  }
+  platform::printError("Starting Zelto's local API…\n");
+  try {
+    ensureAPIRunning(startTimeout);
+    return call();
+  } catch (const MCPError& error) {
+    throw CLIError(saysAPIIsOff(error.message) ? "Zelto's local API could not be started." : error.message);
+  }
+}
+
+JSONValue stopAPI() {
+  try {
+    openURL("zelto://mcp/stop");
+  } catch (const MCPError&) {
+    // An application that cannot be reached has no API to stop.
+  }
+  return JSONObject{{"ok", true},
+                    {"stopped", true},
+                    {"note", "The API is off and will stay off until it is started again."}};
+}
+
+}  // namespace zelto

@@ -1,0 +1,31 @@
+// Lenient readings of what the API answers: an absent member or one of another kind is empty, 0 or false.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "api/APICall.h"
+
+namespace zelto {
+
+/// The member, or JSON null if there is none.
+const JSONValue& memberOf(const JSONObject& object, std::string_view key);
+
+/// The string under `key`.
+std::string stringIn(const JSONObject& object, std::string_view key);
+
+/// The number under `key`, cut to its integer part. A Boolean is no number.
+std::int64_t integerIn(const JSONObject& object, std::string_view key);
+
+/// Whether `key` holds true or a number other than 0.
+bool flagIn(const JSONObject& object, std::string_view key);
+
+/// The list of objects under `key`; a list that holds anything else counts as empty.
+JSONArray objectsIn(const JSONObject& object, std::string_view key);
+
+/// The list of strings under `key`; a list that holds anything else counts as empty.
+std::vector<std::string> stringsIn(const JSONObject& object, std::string_view key);
+
+}  // namespace zelto
