@@ -1,0 +1,43 @@
+#include "mcp/MCPLineReader.h"
+
+#include <utility>
+
+#include <unistd.h>
+
+namespace zelto {
+namespace {
+
+/// A buffer that one long line has blown up beyond this is given back.
+constexpr std::size_t keptCapacity = 1 << 20;
+
+std::string_view withoutTrailingBlanks(std::string_view line) {
+  return line.substr(0, line.find_last_not_of("\t\r ") + 1);
+}
+
+}  // namespace
+
+std::string_view MCPLineReader::nextLine() {
+  std::size_t searchFrom = consumed;
+  for (;;) {
+    const std::size_t end = buffer.find('\n', searchFrom);
+    if (end != std::string::npos) {
+      const auto line = std::string_view(buffer).substr(consumed, end - consumed);
+      consumed = end + 1;
+      return withoutTrailingBlanks(line);
+    }
+    // Only what is left of the last chunk moves to the front, and only once a line.
+    buffer.erase(0, std::exchange(consumed, 0));
+    if (buffer.capacity() > keptCapacity && buffer.size() < keptCapacity / 2) buffer.shrink_to_fit();
+
+    const auto count = ::read(fd, chunk.data(), chunk.size());
+    if (count <= 0) {
+      if (buffer.empty()) throw EndOfInput();
+      consumed = buffer.size();
+      return withoutTrailingBlanks(buffer);
+    }
+    searchFrom = buffer.size();
+    buffer.append(chunk.data(), static_cast<std::size_t>(count));
+  }
+}
+
+}  // namespace zelto

@@ -1,0 +1,31 @@
+// Cuts a byte stream into lines: the messages that an agent writes to the server.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zelto {
+
+/// Reads lines of any length from a descriptor, in time linear in the bytes.
+class MCPLineReader {
+ public:
+  /// Thrown when no more lines exist.
+  struct EndOfInput {};
+
+  /// Borrows `descriptor`.
+  explicit MCPLineReader(int descriptor) : fd(descriptor), chunk(65536) {}
+
+  /// The next line without its LF and without tabs, carriage returns and blanks at its end; bytes behind the
+  /// last LF are a line too. Valid until the next call. A read error counts as the end of the input. Throws
+  /// `EndOfInput`.
+  std::string_view nextLine();
+
+ private:
+  int fd;
+  std::string buffer;
+  std::size_t consumed = 0;  ///< bytes at the front of `buffer` that belong to lines already handed out
+  std::vector<char> chunk;
+};
+
+}  // namespace zelto

@@ -1,0 +1,183 @@
+#include "mcp/MCPServer.h"
+
+#include <cstdlib>
+#include <utility>
+
+#include <unistd.h>
+
+#include "api/ControlFile.h"
+#include "api/Errors.h"
+#include "json/JSONText.h"
+#include "mcp/MCPLineReader.h"
+#include "mcp/ToolCatalogue.h"
+#include "platform/Environment.h"
+#include "platform/FileDescriptor.h"
+
+namespace zelto {
+namespace {
+
+constexpr int methodNotFound = -32601;
+
+const std::string* stringMember(const JSONObject& object, std::string_view key) {
+  const JSONValue* value = object.find(key);
+  return value != nullptr ? value->string() : nullptr;
+}
+
+/// An object of another kind, or none, reads as an empty one.
+const JSONObject& objectMember(const JSONObject& object, std::string_view key) {
+  static const JSONObject none;
+  const JSONValue* value = object.find(key);
+  return value != nullptr && value->object() ? *value->object() : none;
+}
+
+/// A diagnostic that cannot be written has no other place to go.
+void log(const std::string& text) {
+  static_cast<void>(platform::writeAll(STDERR_FILENO, "[zelto-mcp] " + text + "\n"));
+}
+
+/// Writes one reply; `member` is "result" or "error" and `value` its JSON text. An agent that no longer reads
+/// is found out by the end of the input.
+void sendMessage(const JSONValue& id, std::string_view member, std::string_view value) {
+  std::string line = R"({"jsonrpc":"2.0","id":)";
+  line.reserve(line.size() + member.size() + value.size() + 64);
+  if (!json::write(id, json::compact, line)) return;
+  line.append(",\"").append(member).append("\":").append(value).append("}\n");
+  static_cast<void>(platform::writeAll(STDOUT_FILENO, line));
+}
+
+void sendResult(const JSONValue& id, const JSONValue& result) {
+  if (const auto value = json::text(result, json::compact)) sendMessage(id, "result", *value);
+}
+
+void sendError(const JSONValue& id, int code, const std::string& message) {
+  const JSONObject error{{"code", code}, {"message", message}};
+  if (const auto value = json::text(error, json::compact)) sendMessage(id, "error", *value);
+}
+
+JSONObject initializeResult(const JSONObject& params) {
+  const std::string* version = stringMember(params, "protocolVersion");
+  return {{"protocolVersion", version != nullptr ? *version : "2024-11-05"},
+          {"capabilities", JSONObject{{"tools", JSONObject()}}},
+          {"serverInfo", JSONObject{{"name", "zelto-mcp"}, {"version", platform::versionText()}}}};
+}
+
+/// The JSON text of the `tools/list` result. It never changes, so only the first request pays for it.
+const std::string& toolList() {
+  static const std::string text = [] {
+    JSONArray list;
+    for (const MCPTool& tool : tools()) {
+      list.push_back(JSONObject{
+          {"name", tool.name}, {"description", tool.description}, {"inputSchema", tool.inputSchema}});
+    }
+    return json::text(JSONObject{{"tools", std::move(list)}}, json::compact).value();
+  }();
+  return text;
+}
+
+/// Built member by member, as the text may be as large as the API's answer and must not be copied.
+JSONObject toolResult(std::string text) {
+  JSONObject item{{"type", "text"}};
+  item.set("text", std::move(text));
+  JSONArray content;
+  content.emplace_back(std::move(item));
+  JSONObject result;
+  result.set("content", std::move(content));
+  return result;
+}
+
+JSONObject toolFailure(std::string text) {
+  JSONObject result = toolResult(std::move(text));
+  result.set("isError", true);
+  return result;
+}
+
+/// The required arguments that are absent, null or empty, joined with ", ".
+std::string missingArguments(const MCPTool& tool, const JSONObject& arguments) {
+  std::string missing;
+  const JSONValue* required = tool.inputSchema.find("required");
+  if (required == nullptr) return missing;
+  for (const JSONValue& key : *required->array()) {
+    const JSONValue* value = arguments.find(*key.string());
+    if (value != nullptr && !value->isNull() && *value != JSONValue("")) continue;
+    missing.append(missing.empty() ? "" : ", ").append(*key.string());
+  }
+  return missing;
+}
+
+/// Calls the tool; whatever its handler raises is told to the agent.
+JSONObject outcome(const MCPTool& tool, const JSONObject& arguments) {
+  try {
+    return toolResult(resultText(tool.handler(arguments)));
+  } catch (const MCPError& error) {
+    return toolFailure(error.message);
+  } catch (const std::exception& error) {
+    return toolFailure(std::string("tool error: ") + error.what());
+  }
+}
+
+void handleToolCall(const JSONValue& id, const JSONObject& params) {
+  const std::string* given = stringMember(params, "name");
+  const std::string name = given != nullptr ? *given : "";
+  const auto tool = toolsByName().find(name);
+  if (tool == toolsByName().end()) return sendResult(id, toolFailure("unknown tool: " + name));
+  const JSONObject& arguments = objectMember(params, "arguments");
+  const std::string missing = missingArguments(*tool->second, arguments);
+  if (!missing.empty()) return sendResult(id, toolFailure(name + " needs " + missing));
+  sendResult(id, outcome(*tool->second, arguments));
+}
+
+void handleMessage(const JSONObject& message) {
+  const JSONValue* givenID = message.find("id");
+  const JSONValue id = givenID != nullptr ? *givenID : JSONValue();
+  const std::string* method = stringMember(message, "method");
+  if (method == nullptr) {
+    log("ignoring response with no method: " +
+        (givenID != nullptr ? json::text(id, json::compact).value_or(std::string()) : "nil"));
+    return;
+  }
+  const JSONObject& params = objectMember(message, "params");
+  if (*method == "initialize") {
+    sendResult(id, initializeResult(params));
+  } else if (*method == "notifications/initialized") {
+    return;
+  } else if (*method == "ping") {
+    sendResult(id, JSONObject());
+  } else if (*method == "tools/list") {
+    sendMessage(id, "result", toolList());
+  } else if (*method == "tools/call") {
+    handleToolCall(id, params);
+  } else if (givenID != nullptr) {
+    sendError(id, methodNotFound, "method not found: " + *method);
+  }
+}
+
+}  // namespace
+
+void serve() {
+  log("starting; control file: " + controlFilePath());
+  MCPLineReader reader(STDIN_FILENO);
+  for (;;) {
+    std::string_view line;
+    try {
+      line = reader.nextLine();
+    } catch (...) {
+      std::exit(EXIT_SUCCESS);
+    }
+    try {
+      const auto message = json::parse(line);
+      if (message && message->object()) handleMessage(*message->object());
+    } catch (const std::exception&) {
+      // A message too large for the memory there is gets no reply; the next one may fit.
+    }
+  }
+}
+
+std::string resultText(ToolOutput output) {
+  if (auto* text = std::get_if<std::string>(&output)) return std::move(*text);
+  auto& value = std::get<JSONValue>(output);
+  if (const auto* string = value.string()) return *string;
+  if (value.isNumber()) return json::numberText(value);
+  return json::text(value, json::pretty).value_or(std::string(value.kindName()));
+}
+
+}  // namespace zelto
