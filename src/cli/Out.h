@@ -1,0 +1,61 @@
+// What commands print: tables, label and value blocks, headings, JSON, and the texts of API values.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "api/APICall.h"
+
+namespace zelto::Out {
+
+/// The SGR code of a style.
+enum class Style { dim = 2, bold = 1, red = 31, green, yellow, blue, magenta, cyan };
+
+/// One column of a table; `rows` may be shorter than those of other columns.
+struct Column {
+  std::string title;
+  std::optional<Style> style = {};
+  std::vector<std::string> rows = {};
+};
+
+/// A label and its value.
+using Pair = std::pair<std::string, std::string>;
+
+/// `text` styled, if colour is on.
+std::string paint(std::string_view text, Style style);
+
+/// Prints one line.
+void line(std::string_view text);
+
+/// Prints a header and one line for each row, columns aligned; nothing at all if there are no rows.
+void table(const std::vector<Column>& columns);
+
+/// Prints one line for each pair whose value is not empty, values aligned; a value of several lines stands
+/// below its label.
+void fields(const std::vector<Pair>& pairs);
+
+/// Prints an empty line and a heading.
+void section(std::string_view title);
+
+/// Prints a value as JSON, pretty, keys sorted, never styled.
+void json(const JSONValue& value);
+
+/// The plain text of a value: "yes" and "no", digits, lists joined by ", ", nothing for null.
+std::string text(const JSONValue& value);
+
+/// `text` of the member under `key`; empty if there is none.
+std::string text(const JSONObject& object, std::string_view key);
+
+/// An ISO 8601 time stamp as the local time of day, "HH:mm:ss"; any other text unchanged.
+std::string time(const std::string& stamp);
+
+/// Seconds as "1.23s".
+std::string seconds(double duration);
+
+/// Brings all that has been printed to where it goes, for output that somebody waits for.
+void flush();
+
+}  // namespace zelto::Out

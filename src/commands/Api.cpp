@@ -1,0 +1,104 @@
+#include "commands/Api.h"
+
+#include "api/CLICall.h"
+#include "api/ControlFile.h"
+#include "api/Errors.h"
+#include "api/StartOnDemand.h"
+#include "cli/Out.h"
+
+namespace zelto {
+namespace {
+
+using ArgumentParser::command;
+using ArgumentParser::type;
+using Out::Style;
+
+/// The credentials, or nothing if the API counts as off. No error of this command comes from the API.
+std::optional<APICredentials> credentialsIfOn() {
+  try {
+    return readCredentials();
+  } catch (const MCPError&) {
+    return std::nullopt;
+  }
+}
+
+/// Asks without starting anything, also where the API goes away between two looks at it.
+std::optional<JSONObject> healthIfAnswering() {
+  try {
+    return expectObject(apiCall("GET", "/health", std::nullopt, {}, requestTimeout));
+  } catch (const std::exception&) {
+    return std::nullopt;
+  }
+}
+
+void reportOff() {
+  if (jsonMode) return Out::json(JSONObject{{"running", false}, {"controlFile", controlFilePath()}});
+  Out::fields({{"api", Out::paint("off", Style::yellow)}});
+  Out::line(Out::paint("Turn it on with: zelto api start", Style::dim));
+}
+
+}  // namespace
+
+ArgumentParser::Declaration Api::declaration() {
+  return command<Api>({.commandName = "api",
+                       .abstract = "Zelto's local API",
+                       .subcommands = {type<Status>(), type<Start>(), type<Stop>()},
+                       .defaultSubcommand = type<Status>()});
+}
+
+ArgumentParser::Declaration Api::Status::declaration() {
+  return command<Status>({.abstract = "Whether the API is up, and where"},
+                         [](auto& it) { it.group(&Status::options, "options"); });
+}
+
+void Api::Status::run() const {
+  options.apply();
+  const auto credentials = credentialsIfOn();
+  if (!credentials) return reportOff();
+  const auto health = healthIfAnswering();
+  if (jsonMode) {
+    return Out::json(JSONObject{{"running", health.has_value()},
+                                {"host", credentials->host},
+                                {"port", credentials->port},
+                                {"controlFile", controlFilePath()},
+                                {"health", health.value_or(JSONObject())}});
+  }
+  Out::fields(
+      {{"api", health ? Out::paint("running", Style::green) : Out::paint("not answering", Style::red)},
+       {"address", credentials->host + ":" + std::to_string(credentials->port)},
+       {"control", controlFilePath()},
+       {"version", Out::text(health.value_or(JSONObject()), "version")}});
+}
+
+ArgumentParser::Declaration Api::Start::declaration() {
+  return command<Start>(
+      {.abstract = "Start the local API", .discussion = "Launches Zelto if it is not running."},
+      [](auto& it) { it.group(&Start::options, "options"); });
+}
+
+void Api::Start::run() const {
+  options.apply();
+  JSONValue health;
+  try {
+    health = ensureAPIRunning(startTimeout);
+  } catch (const MCPError& error) {
+    throw CLIError(error.message);
+  }
+  if (jsonMode) return Out::json(health);
+  const std::string version = health.object() ? Out::text(*health.object(), "version") : "";
+  Out::line(Out::paint("Running", Style::green) + (version.empty() ? "" : " " + version));
+}
+
+ArgumentParser::Declaration Api::Stop::declaration() {
+  return command<Stop>({.abstract = "Stop the local API"},
+                       [](auto& it) { it.group(&Stop::options, "options"); });
+}
+
+void Api::Stop::run() const {
+  options.apply();
+  const JSONValue outcome = stopAPI();
+  if (jsonMode) return Out::json(outcome);
+  Out::line(Out::paint("Stopped", Style::yellow) + " and it stays off until it is started again");
+}
+
+}  // namespace zelto

@@ -1,0 +1,23 @@
+// How the entries of the two feeds read on the screen.
+#pragma once
+
+#include "api/APICall.h"
+#include "api/Wire.h"
+#include "cli/Out.h"
+
+namespace zelto {
+
+/// One of the two feeds: where it is asked for, the key of its list in a response, and how its rows print.
+struct FeedKind {
+  const char* path;
+  const char* listKey;
+  void (*printRows)(const JSONArray& list, bool verbose);
+
+  static const FeedKind events, actions;
+};
+
+/// Prints the entries of a response, as rows or as one JSON array, and brings them to the screen at once.
+/// Nothing if there are none.
+void printFeedBatch(const FeedKind& kind, const JSONObject& response, bool verbose);
+
+}  // namespace zelto

@@ -1,0 +1,90 @@
+#include "commands/Groups.h"
+
+#include "api/CLICall.h"
+#include "api/Wire.h"
+#include "cli/Out.h"
+
+namespace zelto {
+namespace {
+
+using ArgumentParser::command;
+using ArgumentParser::type;
+using Out::Style;
+
+std::string pathOf(const std::string& name) {
+  return "/groups/" + percentEncode(name);
+}
+
+void switchGroup(const std::string& name, const char* suffix, const std::string& marker) {
+  const JSONValue response = cliCall("POST", pathOf(name) + suffix);
+  if (jsonMode) return Out::json(response);
+  Out::line(marker + " every rule in " + name);
+}
+
+}  // namespace
+
+ArgumentParser::Declaration Groups::declaration() {
+  return command<Groups>({.abstract = "Rule groups",
+                          .subcommands = {type<List>(), type<Enable>(), type<Disable>(), type<Rename>()},
+                          .defaultSubcommand = type<List>()});
+}
+
+ArgumentParser::Declaration Groups::List::declaration() {
+  return command<List>({.abstract = "List groups"}, [](auto& it) { it.group(&List::options, "options"); });
+}
+
+void Groups::List::run() const {
+  options.apply();
+  JSONArray groups = expectList(cliCall("GET", "/groups"));
+  if (jsonMode) return Out::json(std::move(groups));
+  if (groups.empty()) return Out::line("No groups yet.");
+  std::vector<Out::Column> columns{{"RULES", Style::dim}, {"NAME"}};
+  for (const JSONValue& each : groups) {
+    const JSONObject& group = *each.object();
+    columns[0].rows.push_back(std::to_string(integerIn(group, "enabledCount")) + "/" +
+                              std::to_string(integerIn(group, "ruleCount")));
+    columns[1].rows.push_back(Out::text(group, "name"));
+  }
+  Out::table(columns);
+}
+
+ArgumentParser::Declaration Groups::Enable::declaration() {
+  return command<Enable>({.abstract = "Turn every rule in a group on"}, [](auto& it) {
+    it.argument(&Enable::name, "name");
+    it.group(&Enable::options, "options");
+  });
+}
+
+void Groups::Enable::run() const {
+  options.apply();
+  switchGroup(name, "/enable", Out::paint("on ", Style::green));
+}
+
+ArgumentParser::Declaration Groups::Disable::declaration() {
+  return command<Disable>({.abstract = "Turn every rule in a group off"}, [](auto& it) {
+    it.argument(&Disable::name, "name");
+    it.group(&Disable::options, "options");
+  });
+}
+
+void Groups::Disable::run() const {
+  options.apply();
+  switchGroup(name, "/disable", Out::paint("off", Style::dim));
+}
+
+ArgumentParser::Declaration Groups::Rename::declaration() {
+  return command<Rename>({.abstract = "Rename a group"}, [](auto& it) {
+    it.argument(&Rename::name, "name");
+    it.argument(&Rename::newName, "newName");
+    it.group(&Rename::options, "options");
+  });
+}
+
+void Groups::Rename::run() const {
+  options.apply();
+  const JSONValue response = cliCall("PATCH", pathOf(name), JSONObject{{"name", newName}});
+  if (jsonMode) return Out::json(response);
+  Out::line(name + " is now " + newName);
+}
+
+}  // namespace zelto

@@ -1,0 +1,75 @@
+#include "commands/Profiles.h"
+
+#include "api/CLICall.h"
+#include "api/Resolve.h"
+#include "api/Wire.h"
+#include "cli/Out.h"
+
+namespace zelto {
+namespace {
+
+using ArgumentParser::command;
+using ArgumentParser::type;
+using Out::Style;
+
+}  // namespace
+
+ArgumentParser::Declaration Profiles::declaration() {
+  return command<Profiles>({.abstract = "Rule profiles",
+                            .subcommands = {type<List>(), type<Add>(), type<Activate>()},
+                            .defaultSubcommand = type<List>()});
+}
+
+ArgumentParser::Declaration Profiles::List::declaration() {
+  return command<List>({.abstract = "List profiles"}, [](auto& it) { it.group(&List::options, "options"); });
+}
+
+void Profiles::List::run() const {
+  options.apply();
+  JSONArray profiles = expectList(cliCall("GET", "/profiles"));
+  if (jsonMode) return Out::json(std::move(profiles));
+  if (profiles.empty()) return Out::line("No profiles yet.");
+  std::vector<Out::Column> columns{{""}, {"ID", Style::dim}, {"RULES", Style::dim}, {"NAME"}};
+  for (const JSONValue& each : profiles) {
+    const JSONObject& profile = *each.object();
+    columns[0].rows.push_back(flagIn(profile, "active") ? Out::paint("*", Style::green) : " ");
+    columns[1].rows.push_back(shortId(Out::text(profile, "id")));
+    columns[2].rows.push_back(Out::text(profile, "ruleCount"));
+    columns[3].rows.push_back(Out::text(profile, "name"));
+  }
+  Out::table(columns);
+}
+
+ArgumentParser::Declaration Profiles::Add::declaration() {
+  return command<Add>({.abstract = "Create a profile"}, [](auto& it) {
+    it.argument(&Add::name, "name");
+    it.option(&Add::icon, "icon", {.help = "SF Symbol name"});
+    it.group(&Add::options, "options");
+  });
+}
+
+void Profiles::Add::run() const {
+  options.apply();
+  JSONObject body{{"name", name}};
+  if (icon) body.set("icon", *icon);
+  const JSONValue response = cliCall("POST", "/profiles", body);
+  if (jsonMode) return Out::json(response);
+  Out::line(Out::paint("Created", Style::green) + " " + name);
+}
+
+ArgumentParser::Declaration Profiles::Activate::declaration() {
+  return command<Activate>({.abstract = "Switch to a profile"}, [](auto& it) {
+    it.argument(&Activate::id, "id", {.help = "Profile id, an unambiguous prefix of one, or its name"});
+    it.group(&Activate::options, "options");
+  });
+}
+
+void Profiles::Activate::run() const {
+  options.apply();
+  const Resolved profile = resolveProfile(id);
+  const JSONValue response = cliCall("POST", "/profiles/" + percentEncode(profile.id) + "/activate");
+  if (jsonMode) return Out::json(response);
+  Out::line(Out::paint("Active", Style::green) + " " + profile.name);
+}
+
+}  // namespace zelto

@@ -1,0 +1,11 @@
+// How one rule reads on the screen.
+#pragma once
+
+#include "api/APICall.h"
+
+namespace zelto {
+
+/// Prints the block of one rule: its fields, its configuration sections, and the variables it offers.
+void printRule(const JSONObject& rule);
+
+}  // namespace zelto

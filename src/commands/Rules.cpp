@@ -1,0 +1,227 @@
+#include "commands/Rules.h"
+
+#include <algorithm>
+
+#include "api/CLICall.h"
+#include "api/Errors.h"
+#include "api/Resolve.h"
+#include "api/Wire.h"
+#include "cli/Out.h"
+#include "commands/Assignments.h"
+#include "commands/RuleDisplay.h"
+#include "platform/Streams.h"
+#include "platform/Terminal.h"
+#include "text/Unicode.h"
+
+namespace zelto {
+namespace {
+
+using ArgumentParser::command;
+using ArgumentParser::type;
+using Out::Style;
+
+constexpr const char* idsHelp = "Rule ids, prefixes, or names";
+constexpr const char* idHelp = "Rule id, prefix, or name";
+
+std::string pathOf(const Resolved& rule) {
+  return "/rules/" + percentEncode(rule.id);
+}
+
+void switchRules(const std::vector<std::string>& refs, bool on) {
+  for (const std::string& ref : refs) {
+    const Resolved rule = resolveRule(ref);
+    cliCall("POST", pathOf(rule) + (on ? "/enable" : "/disable"));
+    Out::line((on ? Out::paint("on ", Style::green) : Out::paint("off", Style::dim)) + " " + rule.name);
+    Out::flush();
+  }
+}
+
+/// Asks on the terminal; anything but a plain yes raises.
+void confirmRemoval(const std::vector<Resolved>& rules) {
+  std::vector<std::string> names(rules.size());
+  std::transform(rules.begin(), rules.end(), names.begin(), [](const Resolved& rule) { return rule.name; });
+  const std::string what = rules.size() == 1
+                               ? names.front()
+                               : std::to_string(rules.size()) + " rules: " + text::joined(names, ", ");
+  platform::print("Delete " + what + "? [y/N] ");
+  Out::flush();
+  const std::string answer = text::lowercased(platform::readInputLine().value_or(""));
+  if (answer != "y" && answer != "yes") throw CLIError("cancelled");
+}
+
+}  // namespace
+
+ArgumentParser::Declaration Rules::declaration() {
+  return command<Rules>({.abstract = "Automation rules",
+                         .subcommands = {type<List>(), type<Show>(), type<Add>(), type<Set>(), type<Remove>(),
+                                         type<Enable>(), type<Disable>(), type<Fire>()},
+                         .defaultSubcommand = type<List>()});
+}
+
+ArgumentParser::Declaration Rules::List::declaration() {
+  return command<List>({.abstract = "List rules"}, [](auto& it) {
+    it.option(&List::scope, "scope",
+              {.help = "all, or visible to hide what the active profile turned off", .defaultValue = "all"});
+    it.option(&List::group, "group", {.help = "Only this group", .name = ArgumentParser::shortAndLong});
+    it.group(&List::options, "options");
+  });
+}
+
+void Rules::List::run() const {
+  options.apply();
+  JSONArray rules = expectList(cliCall("GET", "/rules", {}, {{"scope", scope}}));
+  if (group) {
+    std::erase_if(rules, [wanted = text::folded(*group)](const JSONValue& rule) {
+      return text::folded(Out::text(*rule.object(), "group")) != wanted;
+    });
+  }
+  if (jsonMode) return Out::json(std::move(rules));
+  if (rules.empty()) return Out::line(group ? "No rules in " + *group + "." : "No rules yet.");
+
+  std::vector<Out::Column> columns{{"ID", Style::dim},    {""},    {"TRIGGER", Style::cyan}, {"ACTION"},
+                                   {"GROUP", Style::dim}, {"NAME"}};
+  for (const JSONValue& each : rules) {
+    const JSONObject& rule = *each.object();
+    columns[0].rows.push_back(shortId(Out::text(rule, "id")));
+    columns[1].rows.push_back(flagIn(rule, "enabled") ? Out::paint("on", Style::green)
+                                                      : Out::paint("off", Style::dim));
+    columns[2].rows.push_back(Out::text(rule, "triggerType"));
+    columns[3].rows.push_back(Out::text(rule, "action"));
+    columns[4].rows.push_back(Out::text(rule, "group"));
+    columns[5].rows.push_back(Out::text(rule, "name"));
+  }
+  Out::table(columns);
+}
+
+ArgumentParser::Declaration Rules::Show::declaration() {
+  return command<Show>({.abstract = "Everything about one rule"}, [](auto& it) {
+    it.argument(&Show::id, "id", {.help = "Rule id, an unambiguous prefix of one, or its name"});
+    it.group(&Show::options, "options");
+  });
+}
+
+void Rules::Show::run() const {
+  options.apply();
+  const JSONObject rule = expectObject(cliCall("GET", pathOf(resolveRule(id))));
+  jsonMode ? Out::json(rule) : printRule(rule);
+}
+
+ArgumentParser::Declaration Rules::Add::declaration() {
+  return command<Add>(
+      {.abstract = "Create a rule",
+       .discussion =
+           "zelto rules add --trigger cron --set cronExpression='0 9 * * *' --action shellScript --set "
+           "shellScript='say morning'"},
+      [](auto& it) {
+        it.option(&Add::trigger, "trigger", {.help = "Trigger type, see: zelto schema"});
+        it.option(&Add::sub, "sub", {.help = "Sub-event, defaults to the trigger's first"});
+        it.option(&Add::name, "name", {.help = "What to call it"});
+        it.option(&Add::group, "group", {.help = "Which group it goes in"});
+        it.option(
+            &Add::action, "action",
+            {.help =
+                 "none, notification, shortcuts, shellScript, appleScript, launchApp, openURL, openFile"});
+        it.option(&Add::set, "set", {.help = "field=value, repeatable"});
+        it.flag(&Add::disabled, "disabled", {.help = "Create it turned off"});
+        it.group(&Add::options, "options");
+      });
+}
+
+void Rules::Add::run() const {
+  options.apply();
+  JSONObject body = parseAssignments(set);
+  body.set("triggerType", trigger);
+  if (sub) body.set("subEvent", *sub);
+  if (name) body.set("name", *name);
+  if (group) body.set("group", *group);
+  if (action) body.set("action", *action);
+  body.set("enabled", !disabled);
+  const JSONObject rule = expectObject(cliCall("POST", "/rules", body));
+  if (jsonMode) return Out::json(rule);
+  Out::line(Out::paint("Created", Style::green) + " " + shortId(Out::text(rule, "id")));
+  printRule(rule);
+}
+
+ArgumentParser::Declaration Rules::Set::declaration() {
+  return command<Set>({.abstract = "Change fields on a rule",
+                       .discussion = "zelto rules set 3f2a shellScript='say hi' scriptTimeout=10\n"
+                                     "Only the fields named are touched."},
+                      [](auto& it) {
+                        it.argument(&Set::id, "id", {.help = idHelp});
+                        it.argument(&Set::assignments, "assignments", {.help = "field=value pairs"});
+                        it.group(&Set::options, "options");
+                      });
+}
+
+void Rules::Set::run() const {
+  options.apply();
+  if (assignments.empty()) {
+    throw CLIError("nothing to set. Pass field=value pairs, see: zelto rules show " + id);
+  }
+  const std::string path = pathOf(resolveRule(id));
+  const JSONObject rule = expectObject(cliCall("PATCH", path, parseAssignments(assignments)));
+  if (jsonMode) return Out::json(rule);
+  Out::line(Out::paint("Updated", Style::green) + " " + Out::text(rule, "name"));
+  printRule(rule);
+}
+
+ArgumentParser::Declaration Rules::Remove::declaration() {
+  return command<Remove>({.commandName = "rm", .abstract = "Delete rules"}, [](auto& it) {
+    it.argument(&Remove::ids, "ids", {.help = idsHelp, .atLeastOne = true});
+    it.flag(&Remove::force, "force", {.help = "Skip the confirmation", .name = ArgumentParser::shortAndLong});
+    it.group(&Remove::options, "options");
+  });
+}
+
+void Rules::Remove::run() const {
+  options.apply();
+  std::vector<Resolved> rules;
+  for (const std::string& ref : ids) rules.push_back(resolveRule(ref));
+  if (!force && platform::isTerminal(0)) confirmRemoval(rules);
+  for (const Resolved& rule : rules) {
+    cliCall("DELETE", pathOf(rule));
+    Out::line(Out::paint("Deleted", Style::red) + " " + rule.name);
+    Out::flush();
+  }
+}
+
+ArgumentParser::Declaration Rules::Enable::declaration() {
+  return command<Enable>({.abstract = "Turn rules on"}, [](auto& it) {
+    it.argument(&Enable::ids, "ids", {.help = idsHelp, .atLeastOne = true});
+    it.group(&Enable::options, "options");
+  });
+}
+
+void Rules::Enable::run() const {
+  options.apply();
+  switchRules(ids, true);
+}
+
+ArgumentParser::Declaration Rules::Disable::declaration() {
+  return command<Disable>({.abstract = "Turn rules off"}, [](auto& it) {
+    it.argument(&Disable::ids, "ids", {.help = idsHelp, .atLeastOne = true});
+    it.group(&Disable::options, "options");
+  });
+}
+
+void Rules::Disable::run() const {
+  options.apply();
+  switchRules(ids, false);
+}
+
+ArgumentParser::Declaration Rules::Fire::declaration() {
+  return command<Fire>({.abstract = "Run a rule's action now, as if it had triggered"}, [](auto& it) {
+    it.argument(&Fire::id, "id", {.help = idHelp});
+    it.group(&Fire::options, "options");
+  });
+}
+
+void Rules::Fire::run() const {
+  options.apply();
+  const Resolved rule = resolveRule(id);
+  cliCall("POST", pathOf(rule) + "/fire");
+  Out::line(Out::paint("Fired", Style::yellow) + " " + rule.name);
+  Out::line(Out::paint("What it did shows up in: zelto history", Style::dim));
+}
+
+}  // namespace zelto
