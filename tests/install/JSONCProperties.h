@@ -1,0 +1,108 @@
+// What must hold of an edit of any text, whatever is in it; the generated tests and the fuzzer ask the same.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include <boost/json.hpp>
+
+#include "install/JSONCEditor.h"
+#include "install/JSONCScanner.h"
+
+namespace properties {
+
+using Value = std::optional<boost::json::value>;
+
+inline Value parsed(std::string_view text, bool lenient) {
+  boost::json::parse_options options;
+  options.max_depth = 512;
+  options.allow_comments = options.allow_trailing_commas = lenient;
+  boost::json::error_code error;
+  auto value = boost::json::parse(text, error, {}, options);
+  return error || !value.is_object() ? Value() : Value(std::move(value));
+}
+
+/// The object in `text` as a parser with comments and trailing commas of its own reads it; nothing if it does
+/// not, or where it may take comments differently (it misses the end of one in "**/", for instance).
+inline Value reading(std::string_view text) {
+  if (text.find("/*/") != text.npos || text.find("**/") != text.npos ||
+      text.find_first_of("\v\f\xC2\xE2") != text.npos)
+    return {};
+  for (std::size_t i = text.find('\r'); i != text.npos; i = text.find('\r', i + 1)) {
+    if (text.substr(i, 2) != "\r\n") return {};
+  }
+  return parsed(text, true);
+}
+
+/// `value` without the entry, and without the object that held it if that is empty then.
+inline Value withoutEntry(Value value) {
+  auto& members = value->as_object();
+  auto* servers = members.if_contains("mcpServers");
+  if (servers == nullptr || !servers->is_object()) return value;
+  servers->as_object().erase("zelto");
+  if (servers->as_object().empty()) members.erase("mcpServers");
+  return value;
+}
+
+/// Where the one stretch lies whose removal makes `shorter` of `longer`; nothing if there is none such.
+inline std::optional<std::size_t> cutPosition(std::string_view longer, std::string_view shorter) {
+  const auto same = std::mismatch(shorter.begin(), shorter.end(), longer.begin(), longer.end()).first;
+  const auto position = static_cast<std::size_t>(same - shorter.begin());
+  return longer.ends_with(shorter.substr(position)) ? std::optional(position) : std::nullopt;
+}
+
+/// All that stands in the comments of `text`, without spaces and commas.
+inline std::string commentsOf(const std::string& text) {
+  const std::string blanked = zelto::JSONCEditor::blankComments(text);
+  std::string comments;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] != blanked[i] && text[i] != ',') comments += text[i];
+  }
+  return comments;
+}
+
+/// Names the property that `text` breaks; empty if all hold.
+inline std::string broken(const std::string& text) {
+  using namespace zelto::JSONCEditor;
+  const auto install = [](const std::string& old) {
+    return set(old, "mcpServers", "zelto", "{\n\"a\": [1]}");
+  };
+  const auto uninstall = [](const std::string& old) { return remove(old, "mcpServers", "zelto"); };
+  const Value before = reading(text);
+  const auto readsAlike = [&before](const std::string& other) {
+    const Value after = reading(other);
+    return !before || (after && withoutEntry(after) == withoutEntry(before));
+  };
+  const std::string blanked = blankComments(text);
+  if (blanked.size() != text.size()) return "blanking keeps the length";
+  if (before && parsed(blanked, false) != before) return "the blanked copy reads the same";
+
+  const auto removed = uninstall(text);
+  if (removed && !cutPosition(text, *removed)) return "remove cuts out one stretch";
+  if (removed && !readsAlike(*removed)) return "remove takes the entry alone";
+  if (removed && before && !cutPosition(commentsOf(text), commentsOf(*removed)))
+    return "remove keeps comments";
+  std::string changed;
+  try {
+    changed = install(text);
+  } catch (const EditError&) {
+    const auto* servers = before ? before->as_object().if_contains("mcpServers") : nullptr;
+    return before && (servers == nullptr || servers->is_object()) ? "set takes a sound text" : "";
+  }
+  // What replaces a broken value can leave what follows it looking like something else.
+  if (removed && !before) return "";
+  if (install(changed) != changed) return "set twice is set once";
+  if (!readsAlike(changed)) return "set changes the entry alone";
+  const auto undone = uninstall(changed);
+  if (!undone || !readsAlike(*undone)) return "remove undoes set";
+  if (removed) return *undone == *removed ? "" : "set replaces the entry alone";
+  if (Scanner(blanked).firstBrace(0) && !cutPosition(changed, text)) return "set inserts one stretch";
+  if (before && commentsOf(changed) != commentsOf(text)) return "set keeps comments";
+  // With equal keys, or one in escapes, a parser may look at another member than the editor.
+  const bool clear = text.find("mcpServers") == text.rfind("mcpServers") && text.find('\\') == text.npos;
+  const bool isSet = !clear || !before || reading(changed)->at("mcpServers").as_object().contains("zelto");
+  return isSet ? "" : "set sets the entry";
+}
+
+}  // namespace properties

@@ -1,0 +1,149 @@
+#include <cstdarg>
+#include <filesystem>
+
+#include <gmock/gmock.h>
+#include <syslog.h>
+
+#include "install/MCPInstaller.h"
+#include "support/Surroundings.h"
+
+namespace fs = std::filesystem;
+
+static std::vector<std::string> logged;
+
+/// In place of the system's: keeps the lines.
+extern "C" void syslog(int, const char* format, ...) {
+  va_list arguments;
+  va_start(arguments, format);
+  char line[4096];
+  std::vsnprintf(line, sizeof line, format, arguments);
+  va_end(arguments);
+  logged.push_back(line);
+}
+
+namespace zelto::MCPInstaller {
+namespace {
+
+using support::contentsOf;
+using support::writeFile;
+
+struct MCPInstallerTest : testing::Test {
+  support::TemporaryDirectory home;
+  support::ScopedVariable variable{"HOME", home.path};
+  const Client& cursor = clients()[2];
+  const std::string file = home / ".cursor/mcp.json";
+};
+
+/// The three files that `marked` stands for: "⟦before¦installed¦removed⟧" marks where they differ.
+std::array<std::string, 3> versionsOf(std::string_view marked) {
+  std::array<std::string, 3> versions;
+  for (std::size_t i = 0, first = 0, last = 2; i < marked.size(); ++i) {
+    const std::string_view rest = marked.substr(i);
+    if (rest.starts_with("⟦")) {
+      first = last = 0, i += 2;
+    } else if (rest.starts_with("¦")) {
+      ++first, ++last, ++i;
+    } else if (rest.starts_with("⟧")) {
+      first = 0, last = 2, i += 2;
+    } else {
+      for (std::size_t version = first; version <= last; ++version) versions[version] += rest.front();
+    }
+  }
+  return versions;
+}
+
+TEST_F(MCPInstallerTest, ChangesNothingButItsEntryInFilesOfPeople) {
+  const std::map<std::string, std::string> paths = {
+      {"claude-code", ".claude.json"},
+      {"claude-desktop", "Library/Application Support/Claude/claude_desktop_config.json"},
+      {"cursor", ".cursor/mcp.json"},
+      {"vscode", "Library/Application Support/Code/User/mcp.json"},
+      {"windsurf", ".codeium/windsurf/mcp_config.json"},
+      {"zed", ".config/zed/settings.json"},
+  };
+  int files = 0;
+  for (const auto& each : fs::directory_iterator(fs::path(__FILE__).replace_filename("configurations"))) {
+    const std::string name = each.path().filename(), id = name.substr(0, name.find('.'));
+    if (id.empty()) continue;
+    ++files;
+    SCOPED_TRACE(name);
+    const Client& client =
+        *std::find_if(clients().begin(), clients().end(), [&](auto& one) { return one.id == id; });
+    const auto [before, installed, removed] = versionsOf(contentsOf(each.path()));
+    const std::string path = home / paths.at(id);
+    const bool wasMissing = before.empty();
+    if (!wasMissing) writeFile(path, before);
+    EXPECT_EQ(client.isPresent(), !wasMissing);
+    logged.clear();
+    install(client);
+    EXPECT_EQ(contentsOf(path), installed);
+    EXPECT_TRUE(client.isPresent() && isInstalled(client));
+    fs::last_write_time(path, fs::file_time_type());
+    install(client);
+    EXPECT_EQ(fs::last_write_time(path), fs::file_time_type());
+    EXPECT_THAT(logged, testing::ElementsAre("MCPInstaller: Wrote MCP entry to " + client.path));
+    remove(client);
+    remove(client);
+    EXPECT_EQ(contentsOf(path), removed);
+    EXPECT_TRUE(!isInstalled(client) && logged.size() == 2);
+    fs::remove_all(home.path);
+  }
+  EXPECT_EQ(files, 16);
+}
+
+TEST_F(MCPInstallerTest, FindsAgentsByTheirEvidence) {
+  const Client client{"id", "Name", "", "~/config", Style::zed, {home / "a", "~/b"}};
+  remove(client);
+  EXPECT_FALSE(client.isPresent() || fs::exists(home / "config"));
+  fs::create_symlink("missing", home / "a");
+  EXPECT_FALSE(client.isPresent());
+  fs::create_directory(home / "b");
+  EXPECT_TRUE(client.isPresent());
+}
+
+TEST_F(MCPInstallerTest, FollowsLinks) {
+  const auto link = [&](const std::string& target, const std::string& from) {
+    fs::create_directories(fs::path(home / from).parent_path());
+    fs::create_symlink(target, home / from);
+  };
+  link("repository/cursor", ".cursor");
+  link("../../linked/mcp.json", "repository/cursor/mcp.json");
+  link(home / "missing/settings", "linked/mcp.json");
+  install(cursor);
+  for (const std::string kept : {".cursor", "repository/cursor/mcp.json", "linked/mcp.json"}) {
+    EXPECT_TRUE(fs::is_symlink(home / kept)) << kept;
+  }
+  EXPECT_TRUE(fs::is_regular_file(home / "missing/settings") && isInstalled(cursor));
+  remove(cursor);
+  EXPECT_EQ(contentsOf(home / "missing/settings"), "{\n}\n");
+
+  link("a", "dangling");
+  EXPECT_EQ(realConfigFile("~/x/..//./dangling/b"), home / "a/b");
+  link("loop-b", "loop-a");
+  link("loop-a", "loop-b");
+  EXPECT_EQ(realConfigFile("~/loop-a"), home / "loop-a");
+  for (int i = 0; i < 20; ++i) link("chain" + std::to_string(i + 1), "chain" + std::to_string(i));
+  EXPECT_EQ(realConfigFile("~/chain0"), home / "chain16");
+  EXPECT_EQ(realConfigFile("~/chain10"), home / "chain20");
+}
+
+TEST_F(MCPInstallerTest, ReportsWhatItCannotEditAndLeavesItAlone) {
+  const std::pair<std::string, std::string> cases[] = {
+      {"[1]", "this file is not a JSON object."},
+      {"{\"mcpServers\": 1}", "mcpServers is not a JSON object."},
+      {"{\"a\": \"\xED\xA0\x80\"}", file + ": not UTF-8 text"},
+  };
+  for (const auto& [content, message] : cases) {
+    writeFile(file, content);
+    logged.clear();
+    EXPECT_THAT([&] { install(cursor); }, testing::ThrowsMessage<std::runtime_error>(message));
+    EXPECT_THAT(logged, testing::ElementsAre("MCPInstaller: MCP install failed for Cursor: " + message));
+    EXPECT_EQ(contentsOf(file), content);
+    EXPECT_FALSE(isInstalled(cursor));
+  }
+  EXPECT_EQ(entryText(Style::mcpServers, "/\"b\"\\\n/é"),
+            "{\n  \"command\": \"/\\\"b\\\"\\\\\\n/é\",\n  \"args\": [\"mcp\", \"serve\"]\n}");
+}
+
+}  // namespace
+}  // namespace zelto::MCPInstaller
