@@ -1,0 +1,83 @@
+// Following the feeds while something happens.
+#include <csignal>
+#include <filesystem>
+
+#include "e2e/Zelto.h"
+
+namespace zelto {
+namespace {
+
+using support::Running;
+
+TEST(Follow, ShowsRowsAsAnotherProcessFiresRules) {
+  const Zelto zelto;
+  ASSERT_EQ(zelto.shell("zelto api start").status, 0);
+  Running events(zelto, "zelto events -f --since 5"), history(zelto, "zelto history -c 1 -fv"),
+      watch(zelto, "zelto watch --verbose"), json(zelto, "zelto events --json --follow -c 1"),
+      actions(zelto, "zelto watch --only actions --json");
+  // What was there before shows first.
+  ASSERT_TRUE(history.shows("Desk mode"));
+  ASSERT_TRUE(watch.shows("Desk mode"));
+  ASSERT_TRUE(actions.shows("\"Desk mode\""));
+  ASSERT_TRUE(json.shows("\n]\n"));
+  EXPECT_EQ(zelto.shell("zelto rules fire 'Sort downloads'").status, 0);
+  EXPECT_TRUE(events.shows("  fileWatcher  fileCreated  -> shellScript\n          fileName=report.pdf "));
+  EXPECT_TRUE(history.shows("  ok   Sort downloads  shellScript  "));
+  EXPECT_TRUE(history.shows("      out  filed report.pdf\n"));
+  EXPECT_TRUE(watch.shows("          fileName=report.pdf fileSize=20480 path=~/Downloads\n"));
+  EXPECT_TRUE(watch.shows("      out  filed report.pdf\n"));
+  EXPECT_TRUE(json.shows("      \"fileName\": \"report.pdf\",\n"));
+  EXPECT_TRUE(json.shows("\n]\n[\n"));
+  EXPECT_TRUE(actions.shows("\"stdout\": \"filed report.pdf\\n\""));
+  EXPECT_EQ(zelto.shell("zelto rules fire 'Lock up'").status, 0);
+  EXPECT_TRUE(events.shows("  screenLocked  screenLocked  -> shortcuts\n"));
+  EXPECT_TRUE(history.shows("ran shortcut ⚙︎toggleBluetooth\n"));
+  for (Running* each : {&events, &history, &watch, &actions}) {
+    const auto outcome = each->end(SIGINT);
+    EXPECT_EQ(outcome.status, 128 + SIGINT);
+    EXPECT_EQ(outcome.error, "");
+  }
+}
+
+TEST(Follow, SurvivesARestartOfTheAPI) {
+  const Zelto zelto;
+  ASSERT_EQ(zelto.shell("zelto api start").status, 0);
+  Running events(zelto, "zelto events --follow");
+  ASSERT_TRUE(events.shows("powerConnected"));
+  EXPECT_EQ(zelto.shell("zelto api stop").status, 0);
+  ASSERT_TRUE(events.shows("Starting Zelto's local API…\n"));
+  // The follow itself must bring it up again.
+  ASSERT_EQ(zelto.shell("until zelto api | grep -q running; do sleep 0.1; done").status, 0);
+  EXPECT_EQ(zelto.shell("zelto rules fire 'Sort downloads'").status, 0);
+  EXPECT_TRUE(events.shows("fileName=report.pdf"));
+}
+
+TEST(Follow, EndsWithTheErrorOfAPoll) {
+  Zelto zelto;
+  const support::RawServer server([](int connection, const std::string& request) {
+    if (request.find("wait") == std::string::npos)
+      support::sendBytes(connection, support::response(R"({"actions":[{}]})"));
+  });
+  zelto.lookAt(server);
+  const auto outcome = zelto.shell("zelto history -f");
+  EXPECT_EQ(outcome.output, "  ok     \n");
+  EXPECT_EQ(outcome.error, "Error: cannot reach Zelto (no HTTP response). Is it running?\n");
+  EXPECT_EQ(outcome.status, 1);
+}
+
+TEST(Follow, StartsTheAPIOnceMoreAndNoMore) {
+  Zelto zelto;
+  const support::RawServer server([&](int connection, const std::string&) {
+    std::filesystem::remove(zelto.home / "control.json");
+    support::sendBytes(connection, support::response("{}"));
+  });
+  zelto.lookAt(server);
+  std::filesystem::remove(zelto.home / "bin/zelto");
+  std::filesystem::create_symlink(ZELTO_LAUNCHER_HERE, zelto.home / "bin/zelto");
+  const auto outcome = zelto.shell("zelto watch --only events");
+  EXPECT_EQ(outcome.error, "Starting Zelto's local API…\nError: could not run /usr/bin/open\n");
+  EXPECT_EQ(summary(server.requests()), "GET /events?limit=10\n");
+}
+
+}  // namespace
+}  // namespace zelto

@@ -1,0 +1,80 @@
+#include "e2e/Zelto.h"
+
+#include <algorithm>
+
+#include "text/Unicode.h"
+
+namespace zelto {
+namespace {
+
+constexpr const char* styles[][2] = {{"\x1b[0m", "</>"},   {"\x1b[1m", "<1>"},   {"\x1b[2m", "<2>"},
+                                     {"\x1b[31m", "<31>"}, {"\x1b[32m", "<32>"}, {"\x1b[33m", "<33>"},
+                                     {"\x1b[36m", "<36>"}};
+
+std::string replaced(std::string text, std::string_view what, std::string_view with) {
+  for (std::size_t at = 0; (at = text.find(what, at)) != std::string::npos; at += with.size()) {
+    text.replace(at, what.size(), with);
+  }
+  return text;
+}
+
+}  // namespace
+
+std::string Expectation::all(std::string_view marks) const {
+  std::string texts;
+  for (const auto& [mark, text] : lines) {
+    if (marks.find(mark.front()) != marks.npos) texts += text + "\n";
+  }
+  return texts;
+}
+
+void Zelto::expect(const Expectation& expected, bool onTerminal) const {
+  SCOPED_TRACE(expected.command);
+  const auto outcome = shell(expected.command, "", onTerminal);
+  const std::string error = expected.all("!");
+  EXPECT_EQ(replaced(marked(outcome.output), home.path, "$HOME"),
+            onTerminal ? expected.all("=+") : unmarked(expected.all("=-")));
+  EXPECT_EQ(replaced(outcome.error, home.path, "$HOME"), error.empty() ? "" : "Error: " + error);
+  EXPECT_EQ(outcome.status, error.empty() ? 0 : 1);
+}
+
+std::vector<Expectation> expectationsIn(const std::string& file) {
+  std::vector<Expectation> result;
+  std::map<std::string, std::string> named;
+  const std::string content = support::contentsOf(file);
+  for (const std::string_view line : text::split(content, '\n')) {
+    if (line.empty() || line.starts_with('#')) continue;
+    const std::string mark(line.substr(0, line.find(' ')));
+    std::string text(line.substr(std::min(mark.size() + 1, line.size())));
+    if (text.ends_with("·")) text.resize(text.size() - std::string_view("·").size());
+    if (mark == "$") {
+      result.push_back({text, {}});
+    } else if (mark.starts_with('@')) {
+      named[mark] = text;
+    } else {
+      result.back().lines.emplace_back(mark, mark == "<" && named.contains(text) ? named[text] : text);
+    }
+  }
+  return result;
+}
+
+std::string marked(std::string text) {
+  for (const auto& [escape, mark] : styles) text = replaced(text, escape, mark);
+  return text;
+}
+
+std::string unmarked(std::string text) {
+  for (const auto& [escape, mark] : styles) text = replaced(text, mark, "");
+  return text;
+}
+
+std::string summary(const std::vector<std::string>& requests) {
+  std::string text;
+  for (const std::string& request : requests) {
+    const std::string body = request.substr(request.find("\r\n\r\n") + 4);
+    text += request.substr(0, request.find(" HTTP/1.1")) + (body.empty() ? "\n" : " " + body + "\n");
+  }
+  return text;
+}
+
+}  // namespace zelto

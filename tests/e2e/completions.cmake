@@ -1,0 +1,5 @@
+# The completion scripts of the program, and of the example for what the program does not use, in each shell.
+foreach(shell bash zsh fish)
+  add_test(NAME e2e.completion_${shell}
+    COMMAND ${CMAKE_CURRENT_LIST_DIR}/completion.sh ${shell} $<TARGET_FILE:ZeltoCLI-dev> $<TARGET_FILE:greenhouse>)
+endforeach()
