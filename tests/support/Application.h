@@ -1,7 +1,6 @@
 // The program beside a stand-in for the application, in a world of their own.
 #pragma once
 
-#include <chrono>
 #include <map>
 #include <string>
 
@@ -30,29 +29,10 @@ class Application {
   std::string standIn;
 };
 
-/// A command line at work while the test goes on, its outputs in pipes. Killed at the end of its scope, or of
-/// its minute.
-class Running {
+/// A command line of the application's world at work while the test goes on.
+class Running : public Process {
  public:
   Running(const Application& application, const std::string& command);
-  Running(const Running&) = delete;
-  ~Running();
-
-  /// Reads what comes until `text` stands in the output or the diagnostics. False if it ends before.
-  bool shows(const std::string& text);
-  /// Sends a signal.
-  void signal(int number) const;
-  /// Waits for the end, after sending `number` if that is not 0.
-  Outcome end(int number = 0);
-
-  int process = -1;
-
- private:
-  bool gather();
-
-  int out = -1, error = -1;
-  Outcome outcome;
-  std::chrono::steady_clock::time_point deadline = std::chrono::steady_clock::now() + std::chrono::minutes(1);
 };
 
 }  // namespace support

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <stdexcept>
+#include <utility>
 
 #include <fcntl.h>
 #include <poll.h>
@@ -16,8 +16,6 @@
 
 namespace support {
 namespace {
-
-using Clock = std::chrono::steady_clock;
 
 std::vector<std::string> environmentOf(const Invocation& invocation) {
   auto variables = invocation.environment;
@@ -62,64 +60,73 @@ bool drain(int descriptor, std::string& into) {
 
 }  // namespace
 
-Outcome run(const Invocation& invocation) {
+Process::Process(const Invocation& invocation) : typed(invocation.input), keepsInput(invocation.onTerminal) {
   std::vector<std::string> arguments{invocation.program};
   arguments.insert(arguments.end(), invocation.arguments.begin(), invocation.arguments.end());
   auto environment = environmentOf(invocation);
   const auto argv = pointers(arguments), envp = pointers(environment);
 
-  int in[2] = {-1, -1}, out[2] = {-1, -1}, err[2];
-  if (::pipe2(err, O_CLOEXEC) != 0) throw std::runtime_error("no pipe");
+  int inputs[2] = {-1, -1}, outputs[2] = {-1, -1}, errors[2];
+  if (::pipe2(errors, O_CLOEXEC) != 0) throw std::runtime_error("no pipe");
   if (invocation.onTerminal) {
-    out[0] = openTerminal(invocation.columns, out[1]);
-    in[0] = ::fcntl(out[1], F_DUPFD_CLOEXEC, 0);
-    in[1] = ::fcntl(out[0], F_DUPFD_CLOEXEC, 0);
-  } else if (::pipe2(in, O_CLOEXEC) != 0 || ::pipe2(out, O_CLOEXEC) != 0) {
+    outputs[0] = openTerminal(invocation.columns, outputs[1]);
+    inputs[0] = ::fcntl(outputs[1], F_DUPFD_CLOEXEC, 0);
+    inputs[1] = ::fcntl(outputs[0], F_DUPFD_CLOEXEC, 0);
+  } else if (::pipe2(inputs, O_CLOEXEC) != 0 || ::pipe2(outputs, O_CLOEXEC) != 0) {
     throw std::runtime_error("no pipe");
   }
-
-  const pid_t child = ::fork();
-  if (child == 0) {
-    ::dup2(in[0], 0);
-    ::dup2(out[1], 1);
-    ::dup2(err[1], 2);
+  id = ::fork();
+  if (id == 0) {
+    ::dup2(inputs[0], 0);
+    ::dup2(outputs[1], 1);
+    ::dup2(errors[1], 2);
     ::execve(argv[0], argv.data(), envp.data());
     ::_exit(127);
   }
-  for (const int end : {in[0], out[1], err[1]}) ::close(end);
-  ::fcntl(in[1], F_SETFL, O_NONBLOCK);
-  const auto ignored = std::signal(SIGPIPE, SIG_IGN);
+  for (const int end : {inputs[0], outputs[1], errors[1]}) ::close(end);
+  in = inputs[1];
+  out = outputs[0];
+  error = errors[0];
+  ::fcntl(in, F_SETFL, O_NONBLOCK);
+}
 
-  Outcome outcome;
-  std::string_view left = invocation.input;
-  const auto deadline = Clock::now() + std::chrono::minutes(1);
-  bool outOpen = true, errOpen = true, inOpen = true;
-  while (outOpen || errOpen) {
-    if (inOpen && left.empty() && !invocation.onTerminal) {
-      ::close(in[1]);
-      inOpen = false;
-    }
-    pollfd polled[] = {{outOpen ? out[0] : -1, POLLIN, 0},
-                       {errOpen ? err[0] : -1, POLLIN, 0},
-                       {inOpen && !left.empty() ? in[1] : -1, POLLOUT, 0}};
-    ::poll(polled, 3, 100);
-    if (polled[0].revents != 0) outOpen = drain(out[0], outcome.output);
-    if (polled[1].revents != 0) errOpen = drain(err[0], outcome.error);
-    if (polled[2].revents != 0) {
-      const auto count = ::write(in[1], left.data(), left.size());
-      left.remove_prefix(count > 0 ? static_cast<std::size_t>(count) : (errno == EAGAIN ? 0 : left.size()));
-    }
-    if (Clock::now() > deadline) {
-      ::kill(child, SIGKILL);
-      break;
-    }
+Process::~Process() {
+  if (id > 0) end(SIGKILL);
+}
+
+bool Process::gather() {
+  const auto close = [](int& descriptor) { ::close(std::exchange(descriptor, -1)); };
+  if (in >= 0 && typed.empty() && !keepsInput) close(in);
+  pollfd polled[] = {{out, POLLIN, 0}, {error, POLLIN, 0}, {typed.empty() ? -1 : in, POLLOUT, 0}};
+  ::poll(polled, 3, 100);
+  if (polled[0].revents != 0 && !drain(out, outcome.output)) close(out);
+  if (polled[1].revents != 0 && !drain(error, outcome.error)) close(error);
+  if (polled[2].revents != 0) {
+    const auto ignored = std::signal(SIGPIPE, SIG_IGN);
+    const auto count = ::write(in, typed.data(), typed.size());
+    typed.erase(0, count > 0 ? static_cast<std::size_t>(count) : (errno == EAGAIN ? 0 : typed.size()));
+    std::signal(SIGPIPE, ignored);
   }
-  std::signal(SIGPIPE, ignored);
-  for (const int end : {out[0], err[0], inOpen ? in[1] : -1}) {
-    if (end >= 0) ::close(end);
+  return (out >= 0 || error >= 0) && std::chrono::steady_clock::now() < deadline;
+}
+
+bool Process::shows(const std::string& text) {
+  const auto found = [&] { return (outcome.output + outcome.error).find(text) != std::string::npos; };
+  while (!found() && gather()) {
+  }
+  return found();
+}
+
+Outcome Process::end(int signal) {
+  if (signal != 0) ::kill(id, signal);
+  while (gather()) {
+  }
+  if (std::chrono::steady_clock::now() >= deadline) ::kill(id, SIGKILL);
+  for (const int each : {in, out, error}) {
+    if (each >= 0) ::close(each);
   }
   int status = 0;
-  ::waitpid(child, &status, 0);
+  ::waitpid(std::exchange(id, -1), &status, 0);
   outcome.status = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
   return outcome;
 }

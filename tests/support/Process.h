@@ -1,6 +1,7 @@
-// Runs a program to its end and keeps what it printed.
+// Runs a program and keeps what it prints.
 #pragma once
 
+#include <chrono>
 #include <map>
 #include <string>
 #include <vector>
@@ -26,7 +27,29 @@ struct Invocation {
   unsigned short columns = 80;
 };
 
-/// Runs it, feeding `input` while gathering both outputs. A program that runs for over a minute is killed.
-Outcome run(const Invocation& invocation);
+/// A program at work while the test goes on. Killed at the end of its scope, or of its minute.
+class Process {
+ public:
+  explicit Process(const Invocation& invocation);
+  Process(const Process&) = delete;
+  ~Process();
+
+  /// Gathers what comes, and feeds the input, until `text` stands in the output or the diagnostics. False if
+  /// the program ends before.
+  bool shows(const std::string& text);
+  /// Waits for the end, after sending `signal` if that is not 0.
+  Outcome end(int signal = 0);
+
+  int id = -1;
+
+ private:
+  bool gather();
+
+  std::string typed;
+  bool keepsInput;
+  int in = -1, out = -1, error = -1;
+  Outcome outcome;
+  std::chrono::steady_clock::time_point deadline = std::chrono::steady_clock::now() + std::chrono::minutes(1);
+};
 
 }  // namespace support
