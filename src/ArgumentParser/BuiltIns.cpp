@@ -38,21 +38,20 @@ std::vector<ArgumentDefinition> builtInDefinitions(const CommandStack& stack) {
   return result;
 }
 
-void checkForBuiltInFlags(const std::vector<SplitArguments::Element>& elements, const CommandStack& stack) {
-  if (elements.empty()) return;
+std::optional<ParserError> builtInRequest(const std::vector<SplitArguments::Element>& elements,
+                                          const CommandStack& stack) {
+  if (elements.empty()) return std::nullopt;
   const auto holds = [&](const std::vector<Name>& names) {
     return std::any_of(elements.begin(), elements.end(), [&](const SplitArguments::Element& element) {
       return element.option() != nullptr &&
              std::find(names.begin(), names.end(), element.option()->name) != names.end();
     });
   };
-  if (holds(helpNames(stack))) throw ParserError(parser_error::HelpRequested{Visibility::default_});
-  if (holds(helpNames(stack, Visibility::hidden))) {
-    throw ParserError(parser_error::HelpRequested{Visibility::hidden});
-  }
-  if (holds({Name::makeLong("experimental-dump-help")})) throw ParserError(parser_error::DumpHelpRequested{});
-  if (version(stack) && holds({Name::makeLong("version")}))
-    throw ParserError(parser_error::VersionRequested{});
+  if (holds(helpNames(stack))) return parser_error::HelpRequested{Visibility::default_};
+  if (holds(helpNames(stack, Visibility::hidden))) return parser_error::HelpRequested{Visibility::hidden};
+  if (holds({Name::makeLong("experimental-dump-help")})) return parser_error::DumpHelpRequested{};
+  if (version(stack) && holds({Name::makeLong("version")})) return parser_error::VersionRequested{};
+  return std::nullopt;
 }
 
 }  // namespace ArgumentParser

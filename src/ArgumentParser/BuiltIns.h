@@ -20,8 +20,9 @@ std::optional<Version> version(const CommandStack& stack);
 /// order in which help lists them.
 std::vector<ArgumentDefinition> builtInDefinitions(const CommandStack& stack);
 
-/// Raises the request that the elements hold, as a `ParserError`: help, hidden help, dump or version, in this
-/// order of precedence. Returns if they hold none.
-void checkForBuiltInFlags(const std::vector<SplitArguments::Element>& elements, const CommandStack& stack);
+/// The request that the elements hold, if any: help, hidden help, dump or version, in this order of
+/// precedence.
+std::optional<ParserError> builtInRequest(const std::vector<SplitArguments::Element>& elements,
+                                          const CommandStack& stack);
 
 }  // namespace ArgumentParser

@@ -31,32 +31,34 @@ bool isFault(const ParserError& error) {
 
 }  // namespace
 
-std::unique_ptr<CommandRecord> CommandParser::parse(const std::vector<std::string>& arguments) {
+CommandParser::Result CommandParser::parse(const std::vector<std::string>& arguments) {
   try {
-    return parseAll(arguments);
+    Found found = parseAll(arguments);
+    if (auto* request = std::get_if<ParserError>(&found)) return CommandError(stack, std::move(*request));
+    return std::get<Record>(std::move(found));
   } catch (const ParserError& error) {
     const CommandError located(stack, error);
-    if (!arguments.empty() || !isFault(error)) throw located;
-    throw CommandError(stack, parser_error::NoArguments{std::make_exception_ptr(located)});
+    if (!arguments.empty() || !isFault(error)) return located;
+    return CommandError(stack, parser_error::NoArguments{std::make_exception_ptr(located)});
   } catch (const DeclarationError&) {
     throw;
   } catch (...) {
-    throw CommandError(stack, parser_error::InvalidState{});
+    return CommandError(stack, parser_error::InvalidState{});
   }
 }
 
-std::unique_ptr<CommandRecord> CommandParser::parseAll(const std::vector<std::string>& arguments) {
+CommandParser::Found CommandParser::parseAll(const std::vector<std::string>& arguments) {
   checkForCompletionCall(arguments, tree);
   SplitArguments split(arguments);
   checkForCompletionScriptRequest(split, tree);
   return descend(split);
 }
 
-std::unique_ptr<CommandRecord> CommandParser::descend(SplitArguments& split) {
+CommandParser::Found CommandParser::descend(SplitArguments& split) {
   for (;;) {
     const CommandNode& current = *stack.back();
-    auto record = parseCurrent(split);
-    validate(*record, split);
+    Found found = parseCurrent(split);
+    if (std::holds_alternative<ParserError>(found)) return found;
 
     const auto& elements = split.elements();
     const std::string* first = elements.empty() ? nullptr : elements.front().text();
@@ -66,43 +68,47 @@ std::unique_ptr<CommandRecord> CommandParser::descend(SplitArguments& split) {
       stack.push_back(child);
       continue;
     }
-    if (elements.size() == 1) checkForBuiltInFlags(elements, stack);
+    if (elements.size() == 1 || !current.configuration().defaultSubcommand) {
+      if (auto request = builtInRequest(elements, stack)) return *std::move(request);
+    }
     if (const CommandNode* child = current.defaultSubcommand()) {
       stack.push_back(child);
       continue;
     }
     checkNothingIsLeft(split);
-    if (isHelpCommand(current)) raiseHelp(*static_cast<HelpCommand*>(record->fields()));
-    return record;
+    if (isHelpCommand(current)) {
+      return helpRequest(*static_cast<HelpCommand*>(std::get<Record>(found)->fields()));
+    }
+    return found;
   }
 }
 
-std::unique_ptr<CommandRecord> CommandParser::parseCurrent(SplitArguments& split) {
+CommandParser::Found CommandParser::parseCurrent(SplitArguments& split) {
   const CommandNode& current = *stack.back();
   ArgumentMatcher matcher(current.arguments(), split, &current);
   matcher.matchOptions();
   matcher.matchPositionals();
-  checkForBuiltInFlags(matcher.capturedUnrecognized, stack);
+  if (auto request = builtInRequest(matcher.capturedUnrecognized, stack)) return *std::move(request);
   try {
-    return decode(current, matcher.values);
+    Record record = decode(current, matcher.values);
+    validate(*record);
+    return record;
   } catch (const ParserError&) {
     // Who asks for help gets it, also where the line is wrong otherwise.
-    checkForBuiltInFlags(split.elements(), stack);
+    if (auto request = builtInRequest(split.elements(), stack)) return *std::move(request);
     throw;
   }
 }
 
-void CommandParser::validate(CommandRecord& record, const SplitArguments& split) const {
+void CommandParser::validate(CommandRecord& record) {
   try {
     record.validate();
   } catch (...) {
-    checkForBuiltInFlags(split.elements(), stack);
     throw ParserError(parser_error::UserValidationError{std::current_exception()});
   }
 }
 
-void CommandParser::checkNothingIsLeft(const SplitArguments& split) const {
-  checkForBuiltInFlags(split.elements(), stack);
+void CommandParser::checkNothingIsLeft(const SplitArguments& split) {
   parser_error::UnexpectedExtraValues extra;
   for (const auto& element : split.elements()) {
     if (const ParsedArgument* option = element.option()) {
@@ -113,14 +119,14 @@ void CommandParser::checkNothingIsLeft(const SplitArguments& split) const {
   if (!extra.values.empty()) throw ParserError(std::move(extra));
 }
 
-void CommandParser::raiseHelp(const HelpCommand& help) {
+ParserError CommandParser::helpRequest(const HelpCommand& help) {
   stack = {&tree.root()};
   for (const std::string& name : help.subcommands) {
     const CommandNode* child = stack.back()->child(name);
     if (child == nullptr) break;
     stack.push_back(child);
   }
-  throw ParserError(parser_error::HelpRequested{Visibility::default_});
+  return parser_error::HelpRequested{Visibility::default_};
 }
 
 }  // namespace ArgumentParser

@@ -70,6 +70,7 @@ const CommandNode* CommandNode::child(std::string_view text) const {
 }
 
 const CommandNode* CommandNode::defaultSubcommand() const {
+  if (!configuration().defaultSubcommand) return nullptr;
   for (const auto& each : children()) {
     if (each->type == configuration().defaultSubcommand) return each.get();
   }

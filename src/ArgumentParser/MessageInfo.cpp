@@ -30,6 +30,10 @@ CommandStack chosenStack(CommandIdentity command, const CommandStack& otherwise,
 
 }  // namespace
 
+MessageInfo::MessageInfo(const CommandError& error, const CommandTree& tree) {
+  describe(error.commandStack, error.parserError, tree);
+}
+
 MessageInfo::MessageInfo(const std::exception_ptr& error, const CommandTree& tree) {
   const CommandStack rootAlone{&tree.root()};
   try {

@@ -12,6 +12,7 @@ namespace ArgumentParser {
 struct MessageInfo {
   enum class Kind { help, validation, other };
 
+  MessageInfo(const CommandError& error, const CommandTree& tree);
   /// Maps anything thrown while parsing or running.
   MessageInfo(const std::exception_ptr& error, const CommandTree& tree);
 

@@ -17,15 +17,8 @@ std::vector<std::string> argumentsFrom(int argc, const char* const* argv) {
   return arguments;
 }
 
-}  // namespace
-
-std::unique_ptr<CommandRecord> parseAsRoot(const CommandTree& tree,
-                                           const std::vector<std::string>& arguments) {
-  return CommandParser(tree).parse(arguments);
-}
-
-int exitStatus(const std::exception_ptr& error, const CommandTree& tree) {
-  const MessageInfo info(error, tree);
+/// Prints what there is to say of the end and returns the process's exit status.
+int exitStatus(const MessageInfo& info) {
   const std::string text = info.fullText();
   if (!text.empty()) {
     if (info.goesToStandardOutput()) {
@@ -38,22 +31,37 @@ int exitStatus(const std::exception_ptr& error, const CommandTree& tree) {
   return info.status();
 }
 
+int parseAndRun(const CommandTree& tree, const std::vector<std::string>& arguments) {
+  CommandParser::Result parsed = CommandParser(tree).parse(arguments);
+  if (const auto* error = std::get_if<CommandError>(&parsed)) return exitStatus(MessageInfo(*error, tree));
+  std::get<CommandParser::Record>(parsed)->run();
+  platform::flushOutput();
+  return ExitCode::success.value;
+}
+
+}  // namespace
+
+std::unique_ptr<CommandRecord> parseAsRoot(const CommandTree& tree,
+                                           const std::vector<std::string>& arguments) {
+  CommandParser::Result parsed = CommandParser(tree).parse(arguments);
+  if (auto* error = std::get_if<CommandError>(&parsed)) throw std::move(*error);
+  return std::get<CommandParser::Record>(std::move(parsed));
+}
+
 int main(CommandType root, int argc, const char* const* argv) {
   try {
     const CommandTree tree(root);
     try {
       try {
-        parseAsRoot(tree, argumentsFrom(argc, argv))->run();
-        platform::flushOutput();
-        return ExitCode::success.value;
+        return parseAndRun(tree, argumentsFrom(argc, argv));
       } catch (const DeclarationError&) {
         throw;
       } catch (...) {
-        return exitStatus(std::current_exception(), tree);
+        return exitStatus(MessageInfo(std::current_exception(), tree));
       }
     } catch (const platform::OutputError&) {
       // The text of the outcome itself could not be written.
-      return exitStatus(std::current_exception(), tree);
+      return exitStatus(MessageInfo(std::current_exception(), tree));
     }
   } catch (const DeclarationError& error) {
     platform::printError(std::string(error.what()) + "\n");

@@ -14,9 +14,6 @@ namespace ArgumentParser {
 std::unique_ptr<CommandRecord> parseAsRoot(const CommandTree& tree,
                                            const std::vector<std::string>& arguments);
 
-/// Prints what `error` comes to and returns the process's exit status.
-int exitStatus(const std::exception_ptr& error, const CommandTree& tree);
-
 /// Parses the process's arguments, runs the command they name, prints what there is to say of its end, and
 /// returns the exit status. A malformed declaration ends it at once with status 70.
 int main(CommandType root, int argc, const char* const* argv);

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cmath>
 #include <cstring>
 #include <limits>
 #include <memory>
@@ -39,7 +38,7 @@ constexpr std::string_view headEnd = "\r\n\r\n";
 /// What a negative one means is the system's to say.
 long wholeSeconds(double timeout) {
   constexpr double most = std::numeric_limits<std::int32_t>::max();
-  return static_cast<long>(std::clamp(std::trunc(timeout), -most, most));
+  return static_cast<long>(std::clamp(timeout, -most, most));
 }
 
 using Addresses = std::unique_ptr<addrinfo, decltype(&::freeaddrinfo)>;

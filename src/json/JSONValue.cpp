@@ -90,7 +90,9 @@ std::string numberText(const JSONValue& number) {
   char buffer[400];
   std::to_chars_result end{buffer, {}};
   if (const auto* value = number.floatingPoint()) {
-    const bool whole = std::isfinite(*value) && std::trunc(*value) == *value;
+    // One too large for an integer has no fraction left.
+    const bool whole = std::isfinite(*value) &&
+                       (std::abs(*value) >= 0x1p63 || static_cast<double>(number.integer()) == *value);
     // Adding 0 takes the sign off a negative zero, which has no digits of its own.
     end = whole ? std::to_chars(buffer, std::end(buffer), *value + 0.0, std::chars_format::fixed)
                 : std::to_chars(buffer, std::end(buffer), *value);

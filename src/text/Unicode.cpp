@@ -40,9 +40,15 @@ void forEachClusterStart(std::string_view utf8, Visit visit) {
   char32_t previous = 0;
   for (std::size_t at = 0; at < utf8.size();) {
     const CodePoint current = firstCodePoint(utf8.substr(at));
-    const bool breaks =
-        at == 0 || utf8proc_grapheme_break_stateful(static_cast<utf8proc_int32_t>(previous),
-                                                    static_cast<utf8proc_int32_t>(current.value), &state);
+    bool breaks = at == 0;
+    if (!breaks && previous < 0x80 && current.value < 0x80) {
+      // Told without utf8proc, whose tables are large and far away.
+      breaks = previous != '\r' || current.value != '\n';
+      state = 0;
+    } else if (!breaks) {
+      breaks = utf8proc_grapheme_break_stateful(static_cast<utf8proc_int32_t>(previous),
+                                                static_cast<utf8proc_int32_t>(current.value), &state);
+    }
     if (breaks && !visit(at)) return;
     previous = current.value;
     at += current.length;
