@@ -63,8 +63,8 @@ JSONValue apiCall(std::string_view method, std::string_view path, const std::opt
   const APICredentials credentials = readCredentials();
   const std::string bodyText =
       body ? json::text(*body, json::compact).value_or(std::string()) : std::string();
-  HTTPResponse response = exchange(credentials, method, requestTarget(path, query), bodyText, timeout);
-  auto value = json::parseContainer(response.body);
+  const HTTPResponse response = exchange(credentials, method, requestTarget(path, query), bodyText, timeout);
+  auto value = json::parseContainer(response.body());
   if (response.status < 200 || response.status > 299) {
     throw MCPError("HTTP " + std::to_string(response.status) + ": " + errorDetail(value, response.status));
   }

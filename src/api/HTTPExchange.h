@@ -10,8 +10,12 @@
 namespace zelto {
 
 struct HTTPResponse {
-  std::string body;         ///< every byte behind the head, as received: chunks are not joined
+  std::string received;
+  std::size_t headSize = 0;
   std::int64_t status = 0;  ///< 0 if the status line holds none
+
+  /// Every byte behind the head, as received: chunks are not joined.
+  std::string_view body() const { return std::string_view(received).substr(headSize); }
 };
 
 /// Sends one request and reads to the end of the connection. `target` is percent-encoded; `timeout`, in

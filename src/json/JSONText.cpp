@@ -29,6 +29,13 @@ struct Builder {
   std::vector<std::size_t> order;
   std::string part;
 
+  /// Room for a message, so that none of the stacks grows step by step for it.
+  Builder() {
+    values.reserve(16);
+    keys.reserve(16);
+    order.reserve(16);
+  }
+
   bool push(JSONValue value) {
     values.push_back(std::move(value));
     return true;

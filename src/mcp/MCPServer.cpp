@@ -127,8 +127,9 @@ void handleToolCall(const JSONValue& id, const JSONObject& params) {
 }
 
 void handleMessage(const JSONObject& message) {
+  static const JSONValue noID;
   const JSONValue* givenID = message.find("id");
-  const JSONValue id = givenID != nullptr ? *givenID : JSONValue();
+  const JSONValue& id = givenID != nullptr ? *givenID : noID;
   const std::string* method = stringMember(message, "method");
   if (method == nullptr) {
     log("ignoring response with no method: " +
@@ -141,7 +142,7 @@ void handleMessage(const JSONObject& message) {
   } else if (*method == "notifications/initialized") {
     return;
   } else if (*method == "ping") {
-    sendResult(id, JSONObject());
+    sendMessage(id, "result", "{}");
   } else if (*method == "tools/list") {
     sendMessage(id, "result", toolList());
   } else if (*method == "tools/call") {
