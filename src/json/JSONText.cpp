@@ -36,8 +36,9 @@ struct Builder {
     order.reserve(16);
   }
 
-  bool push(JSONValue value) {
-    values.push_back(std::move(value));
+  template <class Value>
+  bool push(Value&& value) {
+    values.emplace_back(std::forward<Value>(value));
     return true;
   }
   bool append(Text text) {

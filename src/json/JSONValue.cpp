@@ -7,18 +7,10 @@
 
 namespace json {
 
+JSONObject::JSONObject(Members sorted) : members(std::move(sorted)) {}
+
 JSONObject::JSONObject(std::initializer_list<JSONMember> list) : members(list) {
-  sortMembers();
-}
-
-JSONObject::JSONObject(Members list) : members(std::move(list)) {
-  sortMembers();
-}
-
-void JSONObject::sortMembers() {
   const auto byKey = [](const JSONMember& a, const JSONMember& b) { return a.key < b.key; };
-  const auto inOrder = [](const JSONMember& a, const JSONMember& b) { return !(a.key < b.key); };
-  if (std::adjacent_find(members.begin(), members.end(), inOrder) == members.end()) return;
   std::stable_sort(members.begin(), members.end(), byKey);
   // Of equal keys the last one stays.
   const auto sameKey = [](const JSONMember& a, const JSONMember& b) { return a.key == b.key; };

@@ -29,7 +29,8 @@ class JSONObject {
   ~JSONObject();
   /// A later member replaces an earlier one of the same key.
   JSONObject(std::initializer_list<JSONMember> list);
-  explicit JSONObject(Members list);
+  /// From members that are in order already: ascending by key, each key once.
+  explicit JSONObject(Members sorted);
 
   /// The value under `key`, or null if there is none. Valid until the object changes.
   const JSONValue* find(std::string_view key) const;
@@ -44,8 +45,6 @@ class JSONObject {
   friend bool operator==(const JSONObject& a, const JSONObject& b);
 
  private:
-  void sortMembers();
-
   Members members;
 };
 
