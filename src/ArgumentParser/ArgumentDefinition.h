@@ -45,6 +45,7 @@ struct CompletionKind {
   static CompletionKind directory() { return {Kind::directory}; }
   static CompletionKind shellCommand(std::string text) { return {Kind::shellCommand, {std::move(text)}}; }
   static CompletionKind custom(Custom function) { return {Kind::custom, {}, std::move(function)}; }
+  static CompletionKind customAsync(Custom function) { return {Kind::customAsync, {}, std::move(function)}; }
   static CompletionKind customDeprecated(CustomDeprecated function) {
     return {Kind::customDeprecated,
             {},

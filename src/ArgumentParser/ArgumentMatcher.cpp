@@ -173,7 +173,16 @@ void ArgumentMatcher::matchPositionals() {
   if (const ArgumentDefinition* rest = set.positional(ParsingStrategy::allUnrecognized)) {
     split.compact();
     capturedUnrecognized = elements;
-    for (at = 0; at < elements.size(); at = split.unclaimedFrom(at)) take(*rest, at);
+    for (at = 0; at < elements.size(); at = split.unclaimedFrom(at)) {
+      const Index index = elements[at].index;
+      if (index.isComplete()) {
+        take(*rest, at);
+      } else {
+        // Another flag of the argument is taken already: only this one is left over.
+        store(*rest, {elements[at].option()->name.synopsisString(), index});
+        split.remove(index);
+      }
+    }
   }
   split.compact();
 }

@@ -251,7 +251,7 @@ class Arguments {
     definition.help.isRepeating = Shape::isRepeating;
     definition.help.isOptional = Shape::isOptional || spec.defaultValue.has_value();
     describe<Field>(definition, spec.defaultValue);
-    if (spec.defaultAsFlag) definition.help.defaultValue = detail::defaultText(*spec.defaultAsFlag);
+    showDefault(definition, spec.defaultAsFlag);
     definition.decode =
         decoder<Field>(definition, field, spec.defaultValue, spec.defaultAsFlag, spec.transform);
     return add(std::move(definition));
@@ -365,12 +365,16 @@ class Arguments {
     return *this;
   }
 
+  /// An empty default is not shown.
+  template <class Value>
+  static void showDefault(ArgumentDefinition& definition, const std::optional<Value>& value) {
+    if (!value) return;
+    if (std::string text = detail::defaultText(*value); !text.empty()) definition.help.defaultValue = text;
+  }
+
   template <class Field>
   static void describe(ArgumentDefinition& definition, const std::optional<Field>& defaultValue) {
-    if (defaultValue) {
-      if (std::string text = detail::defaultText(*defaultValue); !text.empty())
-        definition.help.defaultValue = text;
-    }
+    showDefault(definition, defaultValue);
     detail::describeValues<typename FieldShape<Field>::Value>(definition);
   }
 

@@ -6,6 +6,7 @@
 
 #include "ArgumentParser/CompletionRequest.h"
 #include "ArgumentParser/UsageGenerator.h"
+#include "text/TextError.h"
 #include "text/Unicode.h"
 
 namespace ArgumentParser {
@@ -201,6 +202,8 @@ std::string ErrorMessageGenerator::makeHelpMessage() const {
 std::string description(const std::exception_ptr& error) {
   try {
     std::rethrow_exception(error);
+  } catch (const text::TextError& known) {
+    return known.text();
   } catch (const std::exception& known) {
     return known.what();
   } catch (...) {

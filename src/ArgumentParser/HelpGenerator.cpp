@@ -105,14 +105,8 @@ std::string rendered(const Element& element, std::int64_t width) {
   return first + renderedDiscussion(element.discussion, width);
 }
 
-std::string upperCased(std::string text) {
-  std::transform(text.begin(), text.end(), text.begin(),
-                 [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; });
-  return text;
-}
-
 std::string rendered(const Section& section, std::int64_t width) {
-  std::string result = upperCased(section.header) + ":\n";
+  std::string result = text::uppercased(section.header) + ":\n";
   for (const Element& element : section.elements) result += rendered(element, width);
   return result;
 }

@@ -1,7 +1,6 @@
 #include "ArgumentParser/Name.h"
 
 #include <algorithm>
-#include <cctype>
 
 #include "ArgumentParser/ParserError.h"
 #include "text/Unicode.h"
@@ -16,15 +15,8 @@ struct Overloaded : Cases... {
 template <class... Cases>
 Overloaded(Cases...) -> Overloaded<Cases...>;
 
-bool isUpper(char c) {
-  return c >= 'A' && c <= 'Z';
-}
-bool isLower(char c) {
-  return c >= 'a' && c <= 'z';
-}
-
 bool isNameCharacter(char c) {
-  return isUpper(c) || isLower(c) || (c >= '0' && c <= '9') || c == '_' || c == '-';
+  return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_' || c == '-';
 }
 
 /// What is wrong with a literal name, in the order in which it is looked at; empty if nothing is.
@@ -91,18 +83,21 @@ std::vector<Name> NameSpecification::makeNames(std::string_view key) const {
   return names;
 }
 
-std::string convertedToSnakeCase(std::string_view text, char separator) {
+std::string convertedToSnakeCase(std::string_view name, char separator) {
+  const auto characters = text::clusters(name);
+  const auto isUpper = [&](std::size_t at) { return text::lowercased(characters[at]) != characters[at]; };
+  const auto isLower = [&](std::size_t at) { return text::uppercased(characters[at]) != characters[at]; };
   std::string result;
   bool separatesOnUpper = true;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (isUpper(text[i])) {
+  for (std::size_t i = 0; i < characters.size(); ++i) {
+    if (isUpper(i)) {
       if (separatesOnUpper && !result.empty()) result += separator;
       // An acronym is one word; its last capital begins the next one ("JSONFile" is "json-file").
-      separatesOnUpper = i + 2 < text.size() && isUpper(text[i + 1]) && isLower(text[i + 2]);
+      separatesOnUpper = i + 2 < characters.size() && isUpper(i + 1) && isLower(i + 2);
     } else {
-      separatesOnUpper = text[i] != separator;
+      separatesOnUpper = characters[i] != std::string_view(&separator, 1);
     }
-    result += isUpper(text[i]) ? static_cast<char>(text[i] - 'A' + 'a') : text[i];
+    result += text::lowercased(characters[i]);
   }
   return result;
 }

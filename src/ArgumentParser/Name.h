@@ -83,6 +83,6 @@ struct NameSpecification {
 inline const NameSpecification shortAndLong{NameSpecification::Short{}, NameSpecification::Long{}};
 
 /// "noColor" as "no-color": lower case, with `separator` before each word.
-std::string convertedToSnakeCase(std::string_view text, char separator = '-');
+std::string convertedToSnakeCase(std::string_view name, char separator = '-');
 
 }  // namespace ArgumentParser

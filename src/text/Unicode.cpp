@@ -21,16 +21,26 @@ char asciiLower(char byte) {
   return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte - 'A' + 'a') : byte;
 }
 
-std::string asciiLowered(std::string_view bytes) {
-  std::string result(bytes);
-  std::transform(result.begin(), result.end(), result.begin(), asciiLower);
-  return result;
-}
-
 void appendUTF8(std::string& out, char32_t codePoint) {
   utf8proc_uint8_t bytes[4];
   const auto length = utf8proc_encode_char(static_cast<utf8proc_int32_t>(codePoint), bytes);
   out.append(reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(length));
+}
+
+/// `utf8` with every code point put through `map`, ASCII without a look at utf8proc's tables.
+template <class MapASCII>
+std::string mapped(std::string_view utf8, MapASCII mapASCII, utf8proc_int32_t (*map)(utf8proc_int32_t)) {
+  std::string result;
+  for (std::size_t at = 0; at < utf8.size();) {
+    const CodePoint current = firstCodePoint(utf8.substr(at));
+    if (current.value < 0x80) {
+      result += mapASCII(utf8[at]);
+    } else {
+      appendUTF8(result, static_cast<char32_t>(map(static_cast<utf8proc_int32_t>(current.value))));
+    }
+    at += current.length;
+  }
+  return result;
 }
 
 /// Calls `visit` with the byte offset of each cluster's start, in order, until it returns false.
@@ -124,7 +134,7 @@ std::string padded(std::string_view utf8, std::size_t width) {
 }
 
 std::string folded(std::string_view utf8) {
-  if (isASCII(utf8)) return asciiLowered(utf8);
+  if (isASCII(utf8)) return lowercased(utf8);
   // Folding can undo a decomposition and the other way round, so the text is decomposed before and after.
   std::string current = repairedUTF8(utf8);
   for (const int options : {0, static_cast<int>(UTF8PROC_CASEFOLD), 0}) {
@@ -145,14 +155,14 @@ bool equalIgnoringCase(std::string_view a, std::string_view b) {
 }
 
 std::string lowercased(std::string_view utf8) {
-  if (isASCII(utf8)) return asciiLowered(utf8);
-  std::string result;
-  for (std::size_t at = 0; at < utf8.size();) {
-    const CodePoint current = firstCodePoint(utf8.substr(at));
-    appendUTF8(result, static_cast<char32_t>(utf8proc_tolower(static_cast<utf8proc_int32_t>(current.value))));
-    at += current.length;
-  }
-  return result;
+  return mapped(utf8, asciiLower, utf8proc_tolower);
+}
+
+std::string uppercased(std::string_view utf8) {
+  const auto asciiUpper = [](char byte) {
+    return byte >= 'a' && byte <= 'z' ? static_cast<char>(byte - 'a' + 'A') : byte;
+  };
+  return mapped(utf8, asciiUpper, utf8proc_toupper);
 }
 
 bool isWhitespace(char32_t codePoint) {

@@ -48,6 +48,8 @@ bool equalIgnoringCase(std::string_view a, std::string_view b);
 
 /// `utf8` with every code point in lower case (simple mapping).
 std::string lowercased(std::string_view utf8);
+/// The same in upper case.
+std::string uppercased(std::string_view utf8);
 
 /// Whether the code point is Unicode white space (property White_Space), line breaks included.
 bool isWhitespace(char32_t codePoint);

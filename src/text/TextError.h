@@ -1,0 +1,15 @@
+// An error that says what happened.
+#pragma once
+
+#include <exception>
+#include <string>
+
+namespace text {
+
+/// Carries a text that may hold any character; `what()` ends at its first NUL.
+struct TextError : std::exception {
+  virtual const std::string& text() const noexcept = 0;
+  const char* what() const noexcept override { return text().c_str(); }
+};
+
+}  // namespace text
