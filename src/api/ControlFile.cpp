@@ -18,8 +18,7 @@ constexpr const char* notRunning =
 
 std::optional<std::int64_t> portNumber(const json::JSONValue& port) {
   if (const auto* digits = port.string()) return text::decimal<std::int64_t>(*digits);
-  if (!port.isNumber() || static_cast<double>(port.integer()) != port.number()) return std::nullopt;
-  return port.integer();
+  return port.exactInteger();
 }
 
 std::optional<APICredentials> credentialsFrom(const std::string& contents) {

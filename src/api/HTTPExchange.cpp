@@ -49,7 +49,9 @@ Addresses resolve(const APICredentials& credentials) {
   hints.ai_socktype = SOCK_STREAM;
   addrinfo* list = nullptr;
   const std::string port = std::to_string(credentials.port);
-  if (::getaddrinfo(credentials.host.c_str(), port.c_str(), &hints, &list) != 0 || list == nullptr) {
+  // Of a host with a NUL within, the system would see another.
+  if (credentials.host.find('\0') != std::string::npos ||
+      ::getaddrinfo(credentials.host.c_str(), port.c_str(), &hints, &list) != 0 || list == nullptr) {
     raiseUnreachable("cannot resolve " + credentials.host);
   }
   return {list, &::freeaddrinfo};
@@ -98,21 +100,6 @@ void sendAll(int connection, std::string_view bytes) {
   }
 }
 
-/// How large the response says that it will be, or 0. It ends where the connection does, whatever this says:
-/// it is only the room to make, and no more than fits any machine.
-std::size_t announcedSize(std::string_view received) {
-  constexpr std::size_t most = 1 << 28;
-  constexpr std::string_view name = "content-length:";
-  const std::size_t end = received.find(headEnd);
-  if (end == std::string_view::npos) return 0;
-  for (std::string_view line : text::split(received.substr(0, end), '\n')) {
-    if (!text::equalIgnoringCase(line.substr(0, name.size()), name)) continue;
-    const auto size = text::decimal<std::size_t>(text::trimmed(line.substr(name.size())));
-    return end + headEnd.size() + std::min(size.value_or(0), most);
-  }
-  return 0;
-}
-
 std::string receiveAll(int connection, long seconds) {
   std::string received;
   std::vector<char> buffer(readSize);
@@ -120,9 +107,7 @@ std::string receiveAll(int connection, long seconds) {
     const auto count = ::read(connection, buffer.data(), buffer.size());
     if (count == 0) return received;
     if (count > 0) {
-      const bool isFirst = received.empty();
       received.append(buffer.data(), static_cast<std::size_t>(count));
-      if (isFirst) received.reserve(announcedSize(received));
     } else if (errno == EAGAIN || errno == EWOULDBLOCK) {
       raiseUnreachable("timed out after " + std::to_string(seconds) + "s");
     } else if (errno != EINTR) {

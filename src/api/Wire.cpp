@@ -16,7 +16,7 @@ std::string stringIn(const JSONObject& object, std::string_view key) {
 }
 
 std::int64_t integerIn(const JSONObject& object, std::string_view key) {
-  return memberOf(object, key).integer();
+  return memberOf(object, key).exactInteger().value_or(0);
 }
 
 bool flagIn(const JSONObject& object, std::string_view key) {

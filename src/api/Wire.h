@@ -16,7 +16,7 @@ const JSONValue& memberOf(const JSONObject& object, std::string_view key);
 /// The string under `key`.
 std::string stringIn(const JSONObject& object, std::string_view key);
 
-/// The number under `key`, cut to its integer part. A Boolean is no number.
+/// The integer under `key`; 0 for anything else, a number with a fraction included.
 std::int64_t integerIn(const JSONObject& object, std::string_view key);
 
 /// Whether `key` holds true or a number other than 0.

@@ -17,8 +17,8 @@ void Health::run() const {
   if (jsonMode) return Out::json(health);
   Out::fields({{"version", Out::text(health, "version")},
                {"profile", Out::text(health, "activeProfile")},
-               {"rules", std::to_string(integerIn(health, "ruleCount")) + " (" +
-                             std::to_string(integerIn(health, "visibleRuleCount")) + " visible)"},
+               {"rules", std::to_string(memberOf(health, "ruleCount").integer()) + " (" +
+                             std::to_string(memberOf(health, "visibleRuleCount").integer()) + " visible)"},
                {"api", flagIn(health, "running") ? Out::paint("running", Out::Style::green)
                                                  : Out::paint("off", Out::Style::yellow)}});
 }

@@ -40,7 +40,8 @@ void fields(const std::vector<Pair>& pairs);
 /// Prints an empty line and a heading.
 void section(std::string_view title);
 
-/// Prints a value as JSON, pretty, keys sorted, never styled.
+/// Prints a value as JSON, pretty, keys sorted, never styled. Its numbers are finite, as those of parsed JSON
+/// are.
 void json(const JSONValue& value);
 
 /// The plain text of a value: "yes" and "no", digits, lists joined by ", ", nothing for null.

@@ -20,7 +20,8 @@ void printEventRows(const JSONArray& list, bool) {
     std::string row = timePiece(entry);
     row.append("  ").append(Out::paint(Out::text(entry, "source"), Style::cyan));
     row.append("  ").append(Out::text(entry, "kind"));
-    if (flagIn(entry, "isDryRun")) row.append("  ").append(Out::paint("dry run", Style::yellow));
+    if (memberOf(entry, "isDryRun") == JSONValue(true))
+      row.append("  ").append(Out::paint("dry run", Style::yellow));
     const std::string action = Out::text(entry, "triggeredAction");
     if (!action.empty() && action != "none") row.append("  ").append(Out::paint("-> " + action, Style::dim));
     Out::line(row);

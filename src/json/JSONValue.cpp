@@ -78,13 +78,20 @@ std::int64_t JSONValue::integer() const {
   return std::isnan(value) ? 0 : static_cast<std::int64_t>(value);
 }
 
+std::optional<std::int64_t> JSONValue::exactInteger() const {
+  if (const auto* value = std::get_if<std::int64_t>(&data)) return *value;
+  const auto* value = floatingPoint();
+  const bool fits = value != nullptr && *value >= -0x1p63 && *value < 0x1p63;
+  if (!fits || static_cast<double>(integer()) != *value) return std::nullopt;
+  return integer();
+}
+
 std::string numberText(const JSONValue& number) {
   char buffer[400];
   std::to_chars_result end{buffer, {}};
   if (const auto* value = number.floatingPoint()) {
     // One too large for an integer has no fraction left.
-    const bool whole = std::isfinite(*value) &&
-                       (std::abs(*value) >= 0x1p63 || static_cast<double>(number.integer()) == *value);
+    const bool whole = number.exactInteger() || (std::isfinite(*value) && std::abs(*value) >= 0x1p63);
     // Adding 0 takes the sign off a negative zero, which has no digits of its own.
     end = whole ? std::to_chars(buffer, std::end(buffer), *value + 0.0, std::chars_format::fixed)
                 : std::to_chars(buffer, std::end(buffer), *value);

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <initializer_list>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -87,6 +88,9 @@ class JSONValue {
 
   /// The number cut to its integer part and clamped to 64 bits; 0 for any other kind, a Boolean included.
   std::int64_t integer() const;
+
+  /// The number if it is a 64-bit integer exactly, of whichever kind; nothing for any other value.
+  std::optional<std::int64_t> exactInteger() const;
 
   Data data;
 

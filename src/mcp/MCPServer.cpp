@@ -1,5 +1,6 @@
 #include "mcp/MCPServer.h"
 
+#include <csignal>
 #include <cstdlib>
 #include <utility>
 
@@ -155,6 +156,8 @@ void handleMessage(const JSONObject& message) {
 }  // namespace
 
 void serve() {
+  // Whoever stops reading replies, or diagnostics, has not ended the conversation: the input tells.
+  std::signal(SIGPIPE, SIG_IGN);
   log("starting; control file: " + controlFilePath());
   MCPLineReader reader(STDIN_FILENO);
   for (;;) {

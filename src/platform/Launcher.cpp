@@ -1,6 +1,7 @@
 #include "platform/Launcher.h"
 
 #include <cerrno>
+#include <csignal>
 
 #include <fcntl.h>
 #include <spawn.h>
@@ -19,6 +20,20 @@ struct FileActions {
   posix_spawn_file_actions_t actions{};
   FileActions() { ::posix_spawn_file_actions_init(&actions); }
   ~FileActions() { ::posix_spawn_file_actions_destroy(&actions); }
+};
+
+/// What a child starts with: the usual answer to a broken pipe, also where this process has another.
+struct Attributes {
+  posix_spawnattr_t attributes{};
+  Attributes() {
+    sigset_t broken{};
+    ::sigemptyset(&broken);
+    ::sigaddset(&broken, SIGPIPE);
+    ::posix_spawnattr_init(&attributes);
+    ::posix_spawnattr_setsigdefault(&attributes, &broken);
+    ::posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGDEF);
+  }
+  ~Attributes() { ::posix_spawnattr_destroy(&attributes); }
 };
 
 /// A pipe whose ends no other child inherits.
@@ -43,8 +58,9 @@ std::optional<std::string> runLauncher(const std::vector<std::string>& arguments
   for (const std::string& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
   argv.push_back(nullptr);
 
+  const Attributes attributes;
   pid_t child = 0;
-  if (::posix_spawn(&child, launcherPath, &files.actions, nullptr, argv.data(), environ) != 0)
+  if (::posix_spawn(&child, launcherPath, &files.actions, &attributes.attributes, argv.data(), environ) != 0)
     return std::nullopt;
   writing.close();
   // Drained before the wait: a child that fills the pipe would otherwise never end.
