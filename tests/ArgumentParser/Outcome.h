@@ -28,9 +28,29 @@ inline std::string expectedText(const std::string& name) {
   return support::contentsOf(here.substr(0, here.rfind('/')) + "/expected/" + name);
 }
 
+/// A row of a table of expectations: a command line and what it comes to.
+struct Row {
+  std::string line, expected;
+};
+
+/// The rows of such a file, "LINE => EXPECTED" each.
+inline std::vector<Row> expectedRows(const std::string& name) {
+  const std::string file = expectedText(name);
+  std::vector<Row> rows;
+  for (const std::string_view line : text::split(file, '\n')) {
+    if (line.empty() || line.starts_with('#')) continue;
+    const std::size_t arrow = line.find("=>");
+    rows.push_back({std::string(text::trimmed(line.substr(0, arrow))),
+                    std::string(text::trimmed(line.substr(arrow + 2)))});
+  }
+  EXPECT_FALSE(rows.empty()) << name;
+  return rows;
+}
+
 struct Outcome {
   std::string text;
   int status = 0;
+  std::string firstLine() const { return text.substr(0, text.find('\n')); }
 };
 
 inline Outcome outcome(const std::exception_ptr& error, const CommandTree& tree) {
@@ -48,18 +68,6 @@ inline Outcome outcome(CommandType root, const std::vector<std::string>& argumen
     return {};
   } catch (...) {
     return outcome(std::current_exception(), tree);
-  }
-}
-
-/// The fields that the line fills, by the command's own `shown`, or the first line of the error.
-template <class Command>
-std::string filled(std::string_view line) {
-  const CommandTree tree(type<Command>());
-  try {
-    return static_cast<const Command*>(parseAsRoot(tree, words(line))->fields())->shown();
-  } catch (...) {
-    const std::string text = outcome(std::current_exception(), tree).text;
-    return text.substr(0, text.find('\n'));
   }
 }
 
