@@ -39,68 +39,36 @@ struct PlugIn {
   }
 };
 
-struct Case {
-  std::string line;
-  std::string firstLine;
-  std::string shell = "/usr/local/bin/fish";  ///< $SHELL, or $SAP_SHELL for a completion call
-};
-
-std::string firstLine(CommandType root, const Case& each) {
-  const support::ScopedVariable shell("SHELL", each.shell), calling("SAP_SHELL", each.shell);
-  const Outcome found = outcome(root, words(each.line));
-  // Its errors are the root's.
-  EXPECT_EQ(found.status != 0, found.text.find(" <subcommand>\n  See 'tool ") != std::string::npos)
-      << each.line;
-  return found.text.substr(0, found.text.find('\n'));
-}
-
-TEST(CompletionRequest, ChoosesTheShell) {
-  const std::string bash = "#!/bin/bash", zsh = "#compdef tool", invalid = "Error: Invalid option: ---x";
-  const std::string fish =
-      "function __tool_should_offer_completions_for_flags_or_options -a expected_commands";
-  const std::string undetected = "Error: Can't autodetect a supported shell.";
-  for (const Case& each : std::vector<Case>{
-           {"--generate-completion-script bash", bash},
-           {"pick --plain --generate-completion-script=zsh --help", zsh},
-           {"--generate-completion-script= zsh", zsh},
-           {"--generate-completion-script --json", fish},
-           {"--generate-completion-script --help pick", bash, "bash"},
-           {"--generate-completion-script bash --generate-completion-script zsh", zsh},
-           {"--generate-completion-script --generate-completion-script zsh", fish},
-           {"--generate-completion-script -- zsh", fish},
-           {"--generate-completion-script", undetected, "/bin/csh"},
-           {"--generate-completion-script", undetected, ""},
-           {"pick --generate-completion-script csh", "Error: Can't generate completion scripts for 'csh'."},
-           {"--generate-completion-script bash ---x", invalid},
-           {"-- --generate-completion-script", "Error: Unexpected argument '--generate-completion-script'"},
-       }) {
-    EXPECT_EQ(firstLine(type<Tool>(), each), each.firstLine) << each.line;
+TEST(CompletionRequest, ComesToAScriptOrAnErrorOfTheRoot) {
+  for (const auto& [line, expected] : expectedRows("completion.txt")) {
+    const bool choosesShell = line.starts_with("SHELL=");
+    const std::string_view first = std::string_view(line).substr(0, line.find(' '));
+    const support::ScopedVariable shell("SHELL",
+                                        choosesShell ? std::string(first.substr(6)) : "/usr/local/bin/fish");
+    const Outcome found = outcome(type<Tool>(), words(choosesShell ? line.substr(first.size() + 1) : line));
+    EXPECT_EQ(found.firstLine(), expected) << line;
+    EXPECT_EQ(found.status != 0, found.text.find(" <subcommand>\n  See 'tool ") != std::string::npos) << line;
   }
-  const Case plugIn{"--generate-completion-script bash",
-                    "Error: Unknown option '--generate-completion-script'"};
-  EXPECT_EQ(firstLine(type<PlugIn>(), plugIn), plugIn.firstLine);
+  EXPECT_EQ(outcome(type<PlugIn>(), words("--generate-completion-script bash")).firstLine(),
+            "Error: Unknown option '--generate-completion-script'");
 }
 
 TEST(CompletionRequest, AnswersTheCallsOfTheScripts) {
-  const std::string invalid = "Error: Internal error. Invalid state while parsing command-line arguments.";
-  for (const Case& each : std::vector<Case>{
-           {"---completion pick -- positional@1 1 0 tool pick", "1,0\npick", ""},
-           {"---completion choose -- positional@1 9 9", "9,9\n-", ""},
-           {"---completion pick -- positional@1 2 0 tool pick ''", "2,0\n", "fish"},
-           {"---completion pick -- positional@1 1 0 it's", "1,0\nit's", "fish"},
-           {"---completion pick -- positional@1 1 0 $(it's)~<a", "1,0\n\\$(it\\'s)\\~\\<a", "bash"},
-           {"---completion pick -- positional@1 1 0 it's", "1,0\nit's\n_", "zsh"},
-           {"---completion pick -- --old -- pick", "2", ""},
-       }) {
-    const support::ScopedVariable calling("SAP_SHELL", each.shell);
-    const Outcome found = outcome(type<Tool>(), words(each.line));
-    EXPECT_EQ(found.text, each.firstLine) << each.line;
-    EXPECT_EQ(found.status, 0);
-  }
-  for (const std::string line : {"", " pick", " pick --", " nope -- --old", " pick -- -o", " pick -- --plain",
-                                 " pick -- positional@0 1 1", " pick -- positional@2 1 1",
-                                 " pick -- positional@ 1 1", " pick -- positional@1 1 x"}) {
-    EXPECT_EQ(firstLine(type<Tool>(), {"---completion" + line, {}}), invalid) << line;
+  // The shell that calls, what stands behind "---completion", and the answer.
+  const std::tuple<const char*, const char*, const char*> cases[] = {
+      {"", "pick -- positional@1 1 0 tool pick", "1,0\npick"},
+      {"", "choose -- positional@1 9 9", "9,9\n-"},
+      {"fish", "pick -- positional@1 2 0 tool pick ''", "2,0\n"},
+      {"fish", "pick -- positional@1 1 0 it's", "1,0\nit's"},
+      {"bash", "pick -- positional@1 1 0 $(it's)~<a", "1,0\n\\$(it\\'s)\\~\\<a"},
+      {"zsh", "pick -- positional@1 1 0 it's", "1,0\nit's\n_"},
+      {"", "pick -- --old -- pick", "2"},
+  };
+  for (const auto& [shell, call, answer] : cases) {
+    const support::ScopedVariable calling("SAP_SHELL", shell);
+    const Outcome found = outcome(type<Tool>(), words(std::string("---completion ") + call));
+    EXPECT_EQ(found.text, answer) << call;
+    EXPECT_EQ(found.status, 0) << call;
   }
 }
 
