@@ -41,11 +41,14 @@ struct PlugIn {
 
 TEST(CompletionRequest, ComesToAScriptOrAnErrorOfTheRoot) {
   for (const auto& [line, expected] : expectedRows("completion.txt")) {
-    const bool choosesShell = line.starts_with("SHELL=");
-    const std::string_view first = std::string_view(line).substr(0, line.find(' '));
-    const support::ScopedVariable shell("SHELL",
-                                        choosesShell ? std::string(first.substr(6)) : "/usr/local/bin/fish");
-    const Outcome found = outcome(type<Tool>(), words(choosesShell ? line.substr(first.size() + 1) : line));
+    auto arguments = words(line);
+    std::string path = "/usr/local/bin/fish";
+    if (arguments.front().starts_with("SHELL=")) {
+      path = arguments.front().substr(6);
+      arguments.erase(arguments.begin());
+    }
+    const support::ScopedVariable shell("SHELL", path);
+    const Outcome found = outcome(type<Tool>(), arguments);
     EXPECT_EQ(found.firstLine(), expected) << line;
     EXPECT_EQ(found.status != 0, found.text.find(" <subcommand>\n  See 'tool ") != std::string::npos) << line;
   }

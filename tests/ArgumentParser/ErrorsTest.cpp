@@ -1,6 +1,7 @@
 // Every way in which a command line can end other than by running: words, stream and status.
 
 #include <map>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -175,8 +176,9 @@ TEST(Errors, HaveTheirWordsUsageAndStatus) {
     } else if (line.starts_with('$')) {
       command = content;
     } else if (line.starts_with('=')) {
+      const std::string expected = std::exchange(text, {}) + usages.at(content);
       const Outcome actual = outcome(type<Tool>(), words(command));
-      EXPECT_EQ(actual.text + "\n", std::exchange(text, {}) + usages.at(content)) << command;
+      EXPECT_EQ(actual.text + "\n", expected) << command;
       EXPECT_EQ(actual.status, 64) << command;
       ++count;
     } else if (!line.empty() && !line.starts_with('#')) {

@@ -33,7 +33,7 @@ struct Row {
   std::string line, expected;
 };
 
-/// The rows of such a file, "LINE => EXPECTED" each.
+/// The rows of such a file, "LINE => EXPECTED" each; empty lines and those behind a "#" are none.
 inline std::vector<Row> expectedRows(const std::string& name) {
   const std::string file = expectedText(name);
   std::vector<Row> rows;

@@ -1,6 +1,6 @@
 // Cutting, matching, descending and decoding: which line fills which fields.
 
-#include <chrono>
+#include <ctime>
 #include <map>
 
 #include <gtest/gtest.h>
@@ -169,20 +169,21 @@ TEST(Parsing, FillsFieldsOrTellsTheFault) {
 }
 
 TEST(Parsing, TakesTimeInProportionToTheLine) {
-  // Each of these took minutes if any stage looked at all arguments again for each one.
+  // Each of these took minutes if any stage looked at all arguments again for each one. The processor's time
+  // is counted, so that a busy machine takes no longer.
   constexpr std::size_t count = 100'000;
   std::vector<std::string> values(count, "a"), scans(count, "--scan");
   scans.insert(scans.end(), values.begin(), values.end());
   std::vector<std::string> cluster{"-" + std::string(count, 't')};
   cluster.insert(cluster.end(), values.begin(), values.end());
   const std::vector<std::string> unknown{"--" + std::string(count, 'x')};
-  const auto start = std::chrono::steady_clock::now();
+  const std::clock_t start = std::clock();
   EXPECT_EQ(outcome(type<Options>(), values).status, 0);
   EXPECT_EQ(outcome(type<Options>(), scans).status, 0);
   EXPECT_EQ(outcome(type<Options>(), cluster).status, 0);
   EXPECT_EQ(outcome(type<Options>(), unknown).status, 64);
   EXPECT_EQ(outcome(type<Flags>(), {"-" + std::string(count, 'v')}).status, 0);
-  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
+  EXPECT_LT(std::clock() - start, 20 * CLOCKS_PER_SEC);
 }
 
 }  // namespace
