@@ -336,6 +336,7 @@ TEST(Name, FollowsTheFieldsName) {
       {"retryURL", "retry-url"},   {"a", "a"},
       {"URLs", "ur-ls"},           {"already-there", "already-there"},
       {"two2Three", "two2-three"}, {"X-Axis", "x-axis"},
+      {"éÜber", "é-über"},
   };
   for (const auto& [field, name] : cases) EXPECT_EQ(convertedToSnakeCase(field), name);
 }

@@ -97,7 +97,7 @@ struct Build {
           it.option(&Build::colour, "colour", {.help = "When", .defaultAsFlag = "always"});
           it.flag(&Build::index, "index",
                   {.help = "Keep an index", .inversion = FlagInversion::prefixedNo, .defaultValue = false});
-          it.group(&Build::inner, "inner", {.title = "Who is who"});
+          it.group(&Build::inner, "inner", {.title = "Who is whö"});
           it.enumeratedFlag(
               &Build::mode, "mode",
               {.cases = {{Speed::slow, "slow"}, {Speed::fast, "fast", shortAndLong, "Second case"}}});
