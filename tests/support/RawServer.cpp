@@ -1,7 +1,6 @@
 #include "support/RawServer.h"
 
 #include <algorithm>
-#include <memory>
 #include <stdexcept>
 
 #include <arpa/inet.h>
@@ -57,31 +56,26 @@ RawServer::RawServer(Handler handler) {
   thread = std::thread([this, handler] { run(handler); });
 }
 
-RawServer::RawServer(std::vector<std::string> responses)
-    : RawServer([left = std::make_shared<std::vector<std::string>>(std::move(responses))](
-                    int connection, const std::string&) {
-        sendBytes(connection, left->front());
-        if (left->size() > 1) left->erase(left->begin());
+RawServer::RawServer(const std::vector<std::string>& responses)
+    : RawServer([responses, next = std::size_t{0}](int connection, const std::string&) mutable {
+        sendBytes(connection, responses.at(std::min(next++, responses.size() - 1)));
       }) {}
 
 RawServer::~RawServer() {
-  stopping = true;
+  // From now on accepting fails, which ends the thread.
   ::shutdown(listening, SHUT_RDWR);
   thread.join();
   ::close(listening);
 }
 
 void RawServer::run(const Handler& handler) {
-  while (!stopping) {
-    const int connection = ::accept(listening, nullptr, nullptr);
-    if (connection < 0) continue;
+  for (int connection; (connection = ::accept(listening, nullptr, nullptr)) >= 0; ::close(connection)) {
     const std::string request = readRequest(connection);
     {
       const std::lock_guard lock(mutex);
       received.push_back(request);
     }
     handler(connection, request);
-    ::close(connection);
   }
 }
 

@@ -2,7 +2,6 @@
 // sent.
 #pragma once
 
-#include <atomic>
 #include <functional>
 #include <mutex>
 #include <string>
@@ -25,7 +24,7 @@ class RawServer {
 
   explicit RawServer(Handler handler);
   /// Answers the requests with these, in order; the last one serves all further requests.
-  explicit RawServer(std::vector<std::string> responses);
+  explicit RawServer(const std::vector<std::string>& responses);
   RawServer(const RawServer&) = delete;
   ~RawServer();
 
@@ -42,7 +41,6 @@ class RawServer {
   int listening = -1;
   mutable std::mutex mutex;
   std::vector<std::string> received;
-  std::atomic<bool> stopping{false};
   std::thread thread;
 };
 
@@ -51,8 +49,8 @@ void sendBytes(int connection, const std::string& bytes);
 
 /// A server together with the control file that leads this process to it.
 struct ServedAPI {
-  explicit ServedAPI(RawServer::Handler handler) : server(std::move(handler)) { announce(); }
-  explicit ServedAPI(std::vector<std::string> responses) : server(std::move(responses)) { announce(); }
+  explicit ServedAPI(const RawServer::Handler& handler) : server(handler) { announce(); }
+  explicit ServedAPI(const std::vector<std::string>& responses) : server(responses) { announce(); }
   void announce() { writeFile(directory / "control.json", server.controlFile()); }
 
   TemporaryDirectory directory;
