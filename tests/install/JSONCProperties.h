@@ -45,11 +45,10 @@ inline Value withoutEntry(Value value) {
   return value;
 }
 
-/// Where the one stretch lies whose removal makes `shorter` of `longer`; nothing if there is none such.
-inline std::optional<std::size_t> cutPosition(std::string_view longer, std::string_view shorter) {
-  const auto same = std::mismatch(shorter.begin(), shorter.end(), longer.begin(), longer.end()).first;
-  const auto position = static_cast<std::size_t>(same - shorter.begin());
-  return longer.ends_with(shorter.substr(position)) ? std::optional(position) : std::nullopt;
+/// Whether taking one stretch out of `longer` makes `shorter` of it.
+inline bool cuts(std::string_view longer, std::string_view shorter) {
+  const auto end = std::mismatch(shorter.begin(), shorter.end(), longer.begin(), longer.end()).first;
+  return longer.ends_with(std::string_view(end, shorter.end()));
 }
 
 /// All that stands in the comments of `text`, without spaces and commas.
@@ -79,10 +78,9 @@ inline std::string broken(const std::string& text) {
   if (before && parsed(blanked, false) != before) return "the blanked copy reads the same";
 
   const auto removed = uninstall(text);
-  if (removed && !cutPosition(text, *removed)) return "remove cuts out one stretch";
+  if (removed && !cuts(text, *removed)) return "remove cuts out one stretch";
   if (removed && !readsAlike(*removed)) return "remove takes the entry alone";
-  if (removed && before && !cutPosition(commentsOf(text), commentsOf(*removed)))
-    return "remove keeps comments";
+  if (removed && before && !cuts(commentsOf(text), commentsOf(*removed))) return "remove keeps comments";
   std::string changed;
   try {
     changed = install(text);
@@ -97,7 +95,7 @@ inline std::string broken(const std::string& text) {
   const auto undone = uninstall(changed);
   if (!undone || !readsAlike(*undone)) return "remove undoes set";
   if (removed) return *undone == *removed ? "" : "set replaces the entry alone";
-  if (Scanner(blanked).firstBrace(0) && !cutPosition(changed, text)) return "set inserts one stretch";
+  if (Scanner(blanked).firstBrace(0) && !cuts(changed, text)) return "set inserts one stretch";
   if (before && commentsOf(changed) != commentsOf(text)) return "set keeps comments";
   // With equal keys, or one in escapes, a parser may look at another member than the editor.
   const bool clear = text.find("mcpServers") == text.rfind("mcpServers") && text.find('\\') == text.npos;

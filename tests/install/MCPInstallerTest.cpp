@@ -1,5 +1,6 @@
 #include <cstdarg>
 #include <filesystem>
+#include <regex>
 
 #include <gmock/gmock.h>
 #include <syslog.h>
@@ -35,21 +36,10 @@ struct MCPInstallerTest : testing::Test {
 };
 
 /// The three files that `marked` stands for: "⟦before¦installed¦removed⟧" marks where they differ.
-std::array<std::string, 3> versionsOf(std::string_view marked) {
-  std::array<std::string, 3> versions;
-  for (std::size_t i = 0, first = 0, last = 2; i < marked.size(); ++i) {
-    const std::string_view rest = marked.substr(i);
-    if (rest.starts_with("⟦")) {
-      first = last = 0, i += 2;
-    } else if (rest.starts_with("¦")) {
-      ++first, ++last, ++i;
-    } else if (rest.starts_with("⟧")) {
-      first = 0, last = 2, i += 2;
-    } else {
-      for (std::size_t version = first; version <= last; ++version) versions[version] += rest.front();
-    }
-  }
-  return versions;
+std::array<std::string, 3> versionsOf(const std::string& marked) {
+  static const std::regex mark(R"(⟦([\s\S]*?)¦([\s\S]*?)¦([\s\S]*?)⟧)");
+  const auto version = [&](const char* which) { return std::regex_replace(marked, mark, which); };
+  return {version("$1"), version("$2"), version("$3")};
 }
 
 TEST_F(MCPInstallerTest, ChangesNothingButItsEntryInFilesOfPeople) {
@@ -64,11 +54,11 @@ TEST_F(MCPInstallerTest, ChangesNothingButItsEntryInFilesOfPeople) {
   int files = 0;
   for (const auto& each : fs::directory_iterator(fs::path(__FILE__).replace_filename("configurations"))) {
     const std::string name = each.path().filename(), id = name.substr(0, name.find('.'));
-    if (id.empty()) continue;
+    const auto found = std::ranges::find(clients(), id, &Client::id);
+    if (found == clients().end()) continue;
+    const Client& client = *found;
     ++files;
     SCOPED_TRACE(name);
-    const Client& client =
-        *std::find_if(clients().begin(), clients().end(), [&](auto& one) { return one.id == id; });
     const auto [before, installed, removed] = versionsOf(contentsOf(each.path()));
     const std::string path = home / paths.at(id);
     const bool wasMissing = before.empty();
@@ -110,9 +100,8 @@ TEST_F(MCPInstallerTest, FollowsLinks) {
   link("../../linked/mcp.json", "repository/cursor/mcp.json");
   link(home / "missing/settings", "linked/mcp.json");
   install(cursor);
-  for (const std::string kept : {".cursor", "repository/cursor/mcp.json", "linked/mcp.json"}) {
+  for (const char* kept : {".cursor", "repository/cursor/mcp.json", "linked/mcp.json"})
     EXPECT_TRUE(fs::is_symlink(home / kept)) << kept;
-  }
   EXPECT_TRUE(fs::is_regular_file(home / "missing/settings") && isInstalled(cursor));
   remove(cursor);
   EXPECT_EQ(contentsOf(home / "missing/settings"), "{\n}\n");
@@ -129,7 +118,6 @@ TEST_F(MCPInstallerTest, FollowsLinks) {
 
 TEST_F(MCPInstallerTest, ReportsWhatItCannotEditAndLeavesItAlone) {
   const std::pair<std::string, std::string> cases[] = {
-      {"[1]", "this file is not a JSON object."},
       {"{\"mcpServers\": 1}", "mcpServers is not a JSON object."},
       {"{\"a\": \"\xED\xA0\x80\"}", file + ": not UTF-8 text"},
   };
