@@ -12,12 +12,8 @@ namespace {
 enum Kind { integer = 2, large = 3, floating = 4 };
 
 TEST(JSONText, KeepsTheKindsOfNumbersApart) {
-  struct {
-    const char* source;
-    std::size_t kind;
-    const char* shown;
-    const char* written;
-  } const cases[] = {
+  // The source, its kind, what a person is shown, and what is written.
+  const std::tuple<const char*, std::size_t, const char*, const char*> cases[] = {
       {"0", integer, "0", "0"},
       {"-0", floating, "0", "-0"},
       {"-0.0", floating, "0", "-0"},
@@ -36,11 +32,11 @@ TEST(JSONText, KeepsTheKindsOfNumbersApart) {
       {"1e-400", floating, "0", "0"},
   };
   for (const auto& [source, kind, shown, written] : cases) {
-    const auto value = parse(source);
-    ASSERT_TRUE(value) << source;
-    EXPECT_EQ(value->data.index(), kind) << source;
-    EXPECT_EQ(numberText(*value), shown);
-    EXPECT_EQ(text(*value, compact), written);
+    SCOPED_TRACE(source);
+    const JSONValue value = parse(source).value();
+    EXPECT_EQ(value.data.index(), kind);
+    EXPECT_EQ(numberText(value), shown);
+    EXPECT_EQ(text(value, compact), written);
   }
 }
 
@@ -49,11 +45,8 @@ TEST(JSONText, ReadsBackEveryFloat) {
   for (int i = 0; i < 20000; ++i) {
     const double number = std::bit_cast<double>(bits());
     if (!std::isfinite(number)) continue;
-    const auto written = text(number, compact);
-    ASSERT_TRUE(written);
-    const auto back = parse(*written);
-    ASSERT_TRUE(back && back->isNumber()) << *written;
-    EXPECT_EQ(back->number(), number) << *written;
+    const std::string written = text(number, compact).value();
+    EXPECT_EQ(parse(written).value().number(), number) << written;
   }
   EXPECT_FALSE(text(JSONArray{std::numeric_limits<double>::infinity()}, compact));
 }
@@ -66,22 +59,17 @@ TEST(JSONText, RefusesWhatIsNotStrictJSON) {
       "\"\n\"", "\"\xff\"", "\"\\x\"", "{\"a\" 1}",   "{1:1}",       "[",
       "\"a"};
   for (const auto text : bad) EXPECT_FALSE(parse(text)) << text;
-  const auto nested = [](std::size_t depth, const std::string& open, const std::string& close) {
+  const auto nested = [](std::size_t depth, std::string_view open, char close) {
     std::string text;
-    for (std::size_t i = 0; i < depth; ++i) text += open;
-    text += "1";
-    for (std::size_t i = 0; i < depth; ++i) text += close;
-    return text;
+    while (text.size() < depth * open.size()) text += open;
+    return text + "1" + std::string(depth, close);
   };
-  for (const auto& [open, close] : {std::pair("[", "]"), std::pair("{\"a\":", "}")}) {
-    const auto deepest = parse(nested(512, open, close));
-    ASSERT_TRUE(deepest);
-    EXPECT_EQ(text(*deepest, compact), nested(512, open, close));
-    EXPECT_FALSE(parse(nested(513, open, close)));
-    EXPECT_FALSE(parse(nested(1 << 20, open, close)));
+  for (const auto& [open, close] : {std::pair("[", ']'), std::pair("{\"a\":", '}')}) {
+    const std::string deepest = nested(512, open, close);
+    EXPECT_EQ(text(parse(deepest).value(), compact), deepest);
+    for (const std::size_t depth : {513, 1 << 20}) EXPECT_FALSE(parse(nested(depth, open, close)));
   }
-  EXPECT_FALSE(parseContainer("true"));
-  EXPECT_FALSE(parseContainer("\"{}\""));
+  EXPECT_FALSE(parseContainer("true") || parseContainer("\"{}\""));
   EXPECT_TRUE(parseContainer(" [] \n"));
 }
 
@@ -89,7 +77,6 @@ TEST(JSONText, WritesKeysSortedAndTextsEscaped) {
   const auto value = parse(
       "{\"b\":[1,[],{}],\"a\":\"/"
       "\\u0001\\\"\\\\\\n\\ud83d\\ude00\\u00e9\\u007f\",\"c\":{\"y\":null,\"x\":true},\"b\":[]}");
-  ASSERT_TRUE(value);
   EXPECT_EQ(value->object()->size(), 3u);
   EXPECT_EQ(text(*value, compact),
             "{\"a\":\"/\\u0001\\\"\\\\\\n😀é\x7f\",\"b\":[],\"c\":{\"x\":true,\"y\":null}}");
@@ -113,16 +100,13 @@ TEST(JSONText, DrainsALargeValueInPieces) {
 
 TEST(JSONValue, ReadsAsAnInteger) {
   using Limits = std::numeric_limits<std::int64_t>;
-  const std::pair<JSONValue, std::int64_t> cases[] = {{true, 0},
-                                                      {nullptr, 0},
-                                                      {"5", 0},
-                                                      {2.9, 2},
+  const JSONValue none[] = {true, nullptr, "5", JSONArray{1}, std::nan("")};
+  for (const JSONValue& value : none) EXPECT_EQ(value.integer(), 0);
+  const std::pair<JSONValue, std::int64_t> cases[] = {{2.9, 2},
                                                       {-2.9, -2},
                                                       {1e300, Limits::max()},
                                                       {-1e300, Limits::min()},
-                                                      {~std::uint64_t{0}, Limits::max()},
-                                                      {std::nan(""), 0},
-                                                      {JSONArray{1}, 0}};
+                                                      {~std::uint64_t{0}, Limits::max()}};
   for (const auto& [value, integer] : cases) EXPECT_EQ(value.integer(), integer);
 }
 
