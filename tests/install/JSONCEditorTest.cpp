@@ -14,12 +14,17 @@
 namespace zelto::JSONCEditor {
 namespace {
 
-std::string setIn(const std::string& text) {
+/// The text that `operation` gives, or that of its error.
+std::string outcome(const auto& operation) {
   try {
-    return set(text, "s", "me", "{\n  \"a\": 1\n}");
-  } catch (const EditError& error) {
+    return operation();
+  } catch (const std::runtime_error& error) {
     return error.what();
   }
+}
+
+std::string setIn(const std::string& text) {
+  return outcome([&] { return set(text, "s", "me", "{\n  \"a\": 1\n}"); });
 }
 
 /// Each row of the tables: a text, and what must come of it.
@@ -41,29 +46,22 @@ TEST(JSONCEditor, EditsAsTheTablesSay) {
 
 TEST(JSONCEditor, ReadsObjects) {
   const support::TemporaryDirectory directory;
-  const std::string path = directory / "file", depth(100'000, '[');
-  const std::string noObject = path + " is not a JSON object.", noText = path + ": not UTF-8 text";
+  const std::string path = directory / "file", noObject = path + " is not a JSON object.";
   const std::pair<std::string, std::string> cases[] = {
-      {"\uFEFF \n", ""},
-      {"\uFEFF{\"a\": [1,],\r\n /* b */ \"b\": 2,\r\n}", "ab"},
-      {"[]", noObject},
-      {"{", noObject},
-      {"// c", noObject},
-      {"{\"a\": " + depth + std::string(depth.size(), ']') + "}", noObject},
-      {"{\"a\": \"\xED\xA0\x80\"}", noText},
-      {"{\"\xC0\xAF\": 1}", noText},
+      {"\uFEFF \n", ""},  {"\uFEFF{\"a\": [1,],\r\n /* b */ \"b\": 2,\r\n}", "ab"},
+      {"[]", noObject},   {"{", noObject},
+      {"// c", noObject}, {"{\"a\": \"\xED\xA0\x80\"}", path + ": not UTF-8 text"},
   };
   EXPECT_FALSE(readObject(path));
   for (const auto& [content, expected] : cases) {
     support::writeFile(path, content);
-    std::string outcome;
-    try {
+    const auto keys = [&] {
+      std::string all;
       const auto object = readObject(path);
-      for (const auto& member : *object) outcome += member.key;
-    } catch (const std::runtime_error& error) {
-      outcome = error.what();
-    }
-    EXPECT_EQ(outcome, expected);
+      for (const auto& member : object.value()) all += member.key;
+      return all;
+    };
+    EXPECT_EQ(outcome(keys), expected);
   }
 }
 
