@@ -1,5 +1,6 @@
 // What becomes of a configuration file when writing it fails, or ends halfway because the process dies.
 #include <filesystem>
+#include <thread>
 
 #include <fcntl.h>
 #include <gmock/gmock.h>
@@ -108,8 +109,16 @@ TEST_F(AtomicWriteTest, LeavesTheOldFileAloneWhenAnyStepFails) {
   fs::create_directory(file);
   EXPECT_THAT(failure, testing::ThrowsMessage<std::runtime_error>(file + ": Is a directory"));
   fs::remove(file);
-  fs::create_symlink("/dev/null", file);
-  EXPECT_THAT(failure, testing::ThrowsMessage<std::runtime_error>("/dev/null: not a regular file"));
+  // No device of the machine, which a fault would replace for everybody.
+  const std::string pipe = home / "pipe";
+  ::mkfifo(pipe.c_str(), 0600);
+  fs::create_symlink(pipe, file);
+  std::thread writer([&] { ::close(::open(pipe.c_str(), O_WRONLY)); });
+  EXPECT_THAT(failure, testing::ThrowsMessage<std::runtime_error>(pipe + ": not a regular file"));
+  // Lets the writer go if nobody has read.
+  const int reader = ::open(pipe.c_str(), O_RDONLY | O_NONBLOCK);
+  writer.join();
+  ::close(reader);
 }
 
 TEST_F(AtomicWriteTest, KeepsModeAndOwnerAndReachesTheDiskInOrder) {
