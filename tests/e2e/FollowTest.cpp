@@ -1,6 +1,5 @@
 // Following the feeds while something happens.
 #include <csignal>
-#include <filesystem>
 
 #include "e2e/Zelto.h"
 
@@ -50,33 +49,6 @@ TEST(Follow, SurvivesARestartOfTheAPI) {
   ASSERT_EQ(zelto.shell("until zelto api | grep -q running; do sleep 0.1; done").status, 0);
   EXPECT_EQ(zelto.shell("zelto rules fire 'Sort downloads'").status, 0);
   EXPECT_TRUE(events.shows("fileName=report.pdf"));
-}
-
-TEST(Follow, EndsWithTheErrorOfAPoll) {
-  Zelto zelto;
-  const support::RawServer server([](int connection, const std::string& request) {
-    if (request.find("wait") == std::string::npos)
-      support::sendBytes(connection, support::response(R"({"actions":[{}]})"));
-  });
-  zelto.lookAt(server);
-  const auto outcome = zelto.shell("zelto history -f");
-  EXPECT_EQ(outcome.output, "  ok     \n");
-  EXPECT_EQ(outcome.error, "Error: cannot reach Zelto (no HTTP response). Is it running?\n");
-  EXPECT_EQ(outcome.status, 1);
-}
-
-TEST(Follow, StartsTheAPIOnceMoreAndNoMore) {
-  Zelto zelto;
-  const support::RawServer server([&](int connection, const std::string&) {
-    std::filesystem::remove(zelto.home / "control.json");
-    support::sendBytes(connection, support::response("{}"));
-  });
-  zelto.lookAt(server);
-  std::filesystem::remove(zelto.home / "bin/zelto");
-  std::filesystem::create_symlink(ZELTO_LAUNCHER_HERE, zelto.home / "bin/zelto");
-  const auto outcome = zelto.shell("zelto watch --only events");
-  EXPECT_EQ(outcome.error, "Starting Zelto's local API…\nError: could not run /usr/bin/open\n");
-  EXPECT_EQ(summary(server.requests()), "GET /events?limit=10\n");
 }
 
 }  // namespace

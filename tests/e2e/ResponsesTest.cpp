@@ -1,18 +1,7 @@
-#include <filesystem>
-
 #include "e2e/Zelto.h"
 
 namespace zelto {
 namespace {
-
-std::vector<std::string> responses(const Expectation& expected) {
-  std::vector<std::string> result;
-  for (const auto& [mark, body] : expected.lines) {
-    if (mark.starts_with('<'))
-      result.push_back(support::response(body, mark == "<" ? 200 : std::stoi(mark.substr(1))));
-  }
-  return result;
-}
 
 TEST(Responses, AreShownAsTheyCome) {
   Zelto zelto;
@@ -22,7 +11,7 @@ TEST(Responses, AreShownAsTheyCome) {
   ASSERT_GT(expectations.size(), 80u);
   for (const Expectation& expected : expectations) {
     for (const bool onTerminal : {false, true}) {
-      const support::RawServer server(responses(expected));
+      const support::RawServer server(expected.responses());
       zelto.lookAt(server);
       zelto.expect(expected, onTerminal);
       EXPECT_EQ(summary(server.requests()), expected.all(">")) << expected.command;
@@ -30,17 +19,14 @@ TEST(Responses, AreShownAsTheyCome) {
   }
 }
 
-/// The commands of the MCP server's installation, by a program in its bundle.
-TEST(Responses, OfTheInstallationNeedNoApplication) {
+TEST(Responses, OfAProgramInItsBundleNeedNoApplication) {
   for (const bool onTerminal : {false, true}) {
     const Zelto zelto;
-    const std::string bundled = zelto.home / "Zelto.app/Contents/SharedSupport/ZeltoCLI";
-    support::writeFile(bundled, "");
-    std::filesystem::copy_file(ZELTO, bundled, std::filesystem::copy_options::overwrite_existing);
-    std::filesystem::permissions(bundled, std::filesystem::perms::owner_all);
-    std::filesystem::remove(zelto.home / "bin/zelto");
-    std::filesystem::create_symlink(bundled, zelto.home / "bin/zelto");
-    for (const Expectation& expected : expectationsIn(SOURCES "/mcp.txt")) zelto.expect(expected, onTerminal);
+    zelto.shell(
+        "mkdir -p Zelto.app/Contents/SharedSupport; cp bin/zelto Zelto.app/Contents/SharedSupport/ZeltoCLI");
+    zelto.shell("ln -sf ~/Zelto.app/Contents/SharedSupport/ZeltoCLI bin/zelto");
+    for (const Expectation& expected : expectationsIn(SOURCES "/bundle.txt"))
+      zelto.expect(expected, onTerminal);
   }
 }
 

@@ -8,15 +8,13 @@ namespace {
 
 using testing::HasSubstr;
 using testing::StartsWith;
+namespace fs = std::filesystem;
 
 constexpr const char* starting = "Starting Zelto's local API…\n";
 
 TEST(Start, HappensOnDemandAndOnce) {
   Zelto zelto;
   EXPECT_THAT(zelto.shell("zelto docs; zelto api status").output, HasSubstr("api  off\n"));
-  EXPECT_EQ(zelto.shell("zelto api status --json").output,
-            "{\n  \"controlFile\": \"" + zelto.home.path +
-                "/Library/Application Support/Zelto/control.json\",\n  \"running\": false\n}\n");
   // The start takes longer than a request may.
   zelto.environment["ZELTO_STANDIN_START_DELAY"] = "2";
   const auto first = zelto.shell("zelto groups -t 1 --json"), second = zelto.shell("zelto groups --json");
@@ -28,50 +26,27 @@ TEST(Start, HappensOnDemandAndOnce) {
   EXPECT_THAT(zelto.shell("zelto api").output, StartsWith("api  off\n"));
 }
 
-TEST(Start, IsNoAnswerToAStaleControlFile) {
-  Zelto zelto;
-  const std::string control = [&] {
-    const support::RawServer server({""});
-    zelto.lookAt(server);
-    return "127.0.0.1:" + std::to_string(server.port);
-  }();
-  const auto outcome = zelto.shell("zelto rules");
-  EXPECT_EQ(outcome.output + outcome.error,
-            "Error: cannot reach Zelto (Connection refused). Is it running?\n");
-  EXPECT_EQ(outcome.status, 1);
-  const auto status = zelto.shell("zelto api status", "", true);
-  EXPECT_EQ(marked(status.output), "<2>api    </>  <31>not answering</>\n<2>address</>  " + control +
-                                       "\n<2>control</>  " + (zelto.home / "control.json") + "\n");
-  const auto json = zelto.shell("zelto api --json");
-  EXPECT_THAT(json.output, HasSubstr("\"health\": {},\n  \"host\": \"127.0.0.1\",\n  \"port\": "));
-  EXPECT_THAT(json.output, HasSubstr("\"running\": false\n"));
-  EXPECT_EQ(status.status + json.status, 0);
-  support::writeFile(zelto.home / "control.json", "{}");
-  EXPECT_EQ(zelto.shell("zelto rules").error,
-            "Error: could not read " + (zelto.home / "control.json") + "\n");
-  EXPECT_THAT(zelto.shell("zelto api").output, StartsWith("api  off\n"));
-}
-
-/// The program with a launcher that a test writes.
+/// The program with a launcher that a test writes; an empty one does not exist.
 struct Launched : support::Application {
   Launched() : Application(ZELTO_LAUNCHER_HERE, STANDIN) {
     environment["ZELTO_CONTROL_FILE"] = home / "control.json";
     support::writeFile(home / "ready.json", server.controlFile());
   }
-  void launcher(const std::string& script) const {
-    support::writeFile(home / "launcher", "#!/bin/sh\nprintf '%s|' \"$@\" >>calls\n" + script);
-    std::filesystem::permissions(home / "launcher", std::filesystem::perms::owner_all);
-    std::filesystem::remove(home / "calls");
-    std::filesystem::remove(home / "control.json");
+  support::Outcome run(const std::string& launcher, const std::string& command) const {
+    for (const char* name : {"launcher", "calls", "control.json"}) fs::remove(home / name);
+    if (!launcher.empty()) {
+      support::writeFile(home / "launcher", "#!/bin/sh\nprintf '%s|' \"$@\" >>calls\n" + launcher);
+      fs::permissions(home / "launcher", fs::perms::owner_all);
+    }
+    return shell(command);
   }
-  std::string calls() const { return support::contentsOf(home / "calls"); }
 
-  std::string rules = support::response("[]");
-  bool vanishes = false;
   support::RawServer server{[this](int connection, const std::string& request) {
-    const bool probe = request.starts_with("GET /health");
-    if (vanishes) std::filesystem::remove(home / "control.json");
-    support::sendBytes(connection, probe ? support::response(R"({"version":"1.4.2"})") : rules);
+    // With a file of that name the API is off once it has answered.
+    if (fs::remove(home / "fleeting")) fs::remove(home / "control.json");
+    support::sendBytes(connection, request.starts_with("GET /groups")
+                                       ? support::response(R"({"error":"busy"})", 503)
+                                       : support::response(R"({"version":"1.4.2"})"));
   }};
 };
 
@@ -87,47 +62,47 @@ TEST(Start, HandsTheURLToTheRecordedApplication) {
   support::writeFile(app + "/x", "");
   for (const auto& [text, opener] : cases) {
     if (!text.empty()) support::writeFile(locator, text);
-    zelto.launcher("echo noise; cp ready.json control.json; exit 7");
-    const auto outcome = zelto.shell("zelto rules");
-    EXPECT_EQ(outcome.output, "No rules yet.\n") << outcome.error;
+    const auto outcome = zelto.run("echo noise; cp ready.json control.json; exit 7",
+                                   "zelto groups enable Work; zelto api stop");
+    EXPECT_EQ(outcome.output, "on  every rule in Work\nStopped and it stays off until it is started again\n");
     EXPECT_EQ(outcome.error, starting);
-    EXPECT_EQ(zelto.calls(), opener + "zelto://mcp/start|") << text;
+    EXPECT_EQ(support::contentsOf(zelto.home / "calls"),
+              opener + "zelto://mcp/start|" + opener + "zelto://mcp/stop|")
+        << text;
   }
-  EXPECT_EQ(zelto.shell("zelto api stop").status, 0);
-  EXPECT_THAT(zelto.calls(), testing::EndsWith("|zelto://mcp/stop|"));
 }
 
 TEST(Start, ReportsWhatWentWrong) {
-  Launched zelto;
-  const auto error = [&](const std::string& command) {
-    const auto outcome = zelto.shell(command);
-    EXPECT_EQ(outcome.status, 1);
-    EXPECT_EQ(outcome.output, "");
-    return outcome.error;
+  const Launched zelto;
+  const std::string on = "cp ready.json control.json", first = starting, none = "could not run /usr/bin/open";
+  struct Case {
+    std::string launcher, command, notice, error;
   };
-  EXPECT_EQ(error("zelto rules"), std::string(starting) + "Error: could not run /usr/bin/open\n");
-  EXPECT_EQ(error("zelto api start"), "Error: could not run /usr/bin/open\n");
-  EXPECT_EQ(zelto.shell("zelto api stop").output, "Stopped and it stays off until it is started again\n");
-
-  // More than a pipe holds, and bytes that are no text.
-  zelto.launcher("printf '\\n no application '; printf '\\n no application \\302\\240\\n' >&2");
-  EXPECT_EQ(error("zelto rules"), std::string(starting) + "Error: could not reach Zelto: no application\n");
-  zelto.launcher("head -c 300000 /dev/zero | tr '\\0' x >&2");
-  EXPECT_EQ(error("zelto api start"), "Error: could not reach Zelto: " + std::string(300000, 'x') + "\n");
-  zelto.launcher("printf '\\377' >&2; cp ready.json control.json");
-  EXPECT_EQ(zelto.shell("zelto api start").output, "Running 1.4.2\n");
-
-  zelto.launcher("cp ready.json control.json");
-  zelto.rules = support::response(R"({"error":"busy"})", 503);
-  EXPECT_EQ(error("zelto rules"), std::string(starting) + "Error: HTTP 503: busy\n");
-  zelto.launcher("cp ready.json control.json");
-  zelto.vanishes = true;
-  EXPECT_EQ(error("zelto rules"), std::string(starting) + "Error: Zelto's local API could not be started.\n");
-  zelto.launcher("");
-  EXPECT_EQ(error("zelto rules -t 60"),
-            std::string(starting) +
-                "Error: asked Zelto to start its API but it did not come up in time. Open Zelto and check "
-                "Settings, AI agents.\n");
+  const Case cases[] = {
+      {"", "zelto rules", first, none},
+      {"", "zelto api start", "", none},
+      {"", on + "; touch fleeting; zelto watch --only events", first, none},
+      {"printf '\\n no application '; printf '\\n no application \\302\\240\\n' >&2", "zelto rules", first,
+       "could not reach Zelto: no application"},
+      // More than a pipe holds.
+      {"head -c 300000 /dev/zero | tr '\\0' x >&2", "zelto api start", "",
+       "could not reach Zelto: " + std::string(300000, 'x')},
+      {on, "zelto groups", first, "HTTP 503: busy"},
+      {on + "; touch fleeting", "zelto rules", first, "Zelto's local API could not be started."},
+      {"exit", "zelto rules -t 60", first,
+       "asked Zelto to start its API but it did not come up in time. Open Zelto and check Settings, AI "
+       "agents."},
+  };
+  for (const auto& [launcher, command, notice, error] : cases) {
+    SCOPED_TRACE(launcher + ": " + command);
+    const auto outcome = zelto.run(launcher, command);
+    EXPECT_EQ(outcome.output, "");
+    EXPECT_EQ(outcome.error, notice + "Error: " + error + "\n");
+    EXPECT_EQ(outcome.status, 1);
+  }
+  // No complaint is one that is no text; and what cannot be reached has no API to stop.
+  EXPECT_EQ(zelto.run("printf '\\377' >&2; " + on, "zelto api start").output, "Running 1.4.2\n");
+  EXPECT_EQ(zelto.run("", "zelto api stop").output, "Stopped and it stays off until it is started again\n");
 }
 
 }  // namespace

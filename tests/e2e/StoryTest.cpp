@@ -69,12 +69,6 @@ TEST(Story, AsksBeforeItDeletes) {
       EXPECT_EQ(summary(server.requests()).find("DELETE") != std::string::npos, deleted);
     }
   }
-  for (const char* command :
-       {"echo n | zelto rules rm aaaa", "zelto rules rm --force aaaa", "zelto rules rm -f aaaa </dev/null"}) {
-    const support::RawServer server({list});
-    zelto.lookAt(server);
-    EXPECT_EQ(marked(zelto.shell(command, "", true).output), "<31>Deleted</> First\n");
-  }
 }
 
 }  // namespace

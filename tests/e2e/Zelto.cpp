@@ -1,15 +1,12 @@
 #include "e2e/Zelto.h"
 
 #include <algorithm>
+#include <regex>
 
 #include "text/Unicode.h"
 
 namespace zelto {
 namespace {
-
-constexpr const char* styles[][2] = {{"\x1b[0m", "</>"},   {"\x1b[1m", "<1>"},   {"\x1b[2m", "<2>"},
-                                     {"\x1b[31m", "<31>"}, {"\x1b[32m", "<32>"}, {"\x1b[33m", "<33>"},
-                                     {"\x1b[36m", "<36>"}};
 
 std::string replaced(std::string text, std::string_view what, std::string_view with) {
   for (std::size_t at = 0; (at = text.find(what, at)) != std::string::npos; at += with.size()) {
@@ -26,6 +23,16 @@ std::string Expectation::all(std::string_view marks) const {
     if (marks.find(mark.front()) != marks.npos) texts += text + "\n";
   }
   return texts;
+}
+
+std::vector<std::string> Expectation::responses() const {
+  std::vector<std::string> result;
+  for (const auto& [mark, body] : lines) {
+    if (mark.front() != '<') continue;
+    const int status = mark == "<" ? 200 : std::atoi(mark.c_str() + 1);
+    result.push_back(status == 0 ? "" : support::response(body, status));
+  }
+  return result.empty() ? std::vector{support::response("{}")} : result;
 }
 
 void Zelto::expect(const Expectation& expected, bool onTerminal) const {
@@ -59,13 +66,13 @@ std::vector<Expectation> expectationsIn(const std::string& file) {
 }
 
 std::string marked(std::string text) {
-  for (const auto& [escape, mark] : styles) text = replaced(text, escape, mark);
-  return text;
+  static const std::regex style("\x1b\\[([0-9]+)m");
+  return replaced(std::regex_replace(text, style, "<$1>"), "<0>", "</>");
 }
 
 std::string unmarked(std::string text) {
-  for (const auto& [escape, mark] : styles) text = replaced(text, mark, "");
-  return text;
+  static const std::regex mark("<(/|[0-9]+)>");
+  return std::regex_replace(text, mark, "");
 }
 
 std::string summary(const std::vector<std::string>& requests) {

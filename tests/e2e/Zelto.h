@@ -16,6 +16,9 @@ struct Expectation {
 
   /// The lines with one of these marks, each with its line end.
   std::string all(std::string_view marks) const;
+  /// What the API answers by the lines marked "<": a body under the status 200 or the one behind the mark
+  /// ("<404"); "<<" is a connection that ends without an answer. Without such lines, an empty object.
+  std::vector<std::string> responses() const;
 };
 
 /// The program beside a stand-in of its own.
