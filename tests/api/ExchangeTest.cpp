@@ -130,7 +130,7 @@ TEST(Exchange, ReportsAConnectionThatBreaksOff) {
     ::setsockopt(connection, SOL_SOCKET, SO_LINGER, &now, sizeof now);
   });
   EXPECT_EQ(outcome(), unreachable("Connection reset by peer"));
-  // The server takes the first length for true and is done before the body has gone.
+  // The token smuggles a length in, which the server believes: it is done before the body has gone.
   support::writeFile(api.directory / "control.json",
                      R"({"host":"127.0.0.1","token":"secret-token\r\nContent-Length: 9","port":)" +
                          std::to_string(api.server.port) + "}");
