@@ -1,6 +1,7 @@
 // The program as a process among others: its streams, its signals and its patience.
 #include <csignal>
 #include <future>
+#include <thread>
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -61,6 +62,8 @@ TEST(Program, GoesOnAfterItWasStopped) {
   const support::RawServer server([&](int connection, const std::string&) {
     const pid_t process = started.get_future().get();
     int status = 0;
+    // By then it waits for the answer.
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
     ::kill(process, SIGSTOP);
     EXPECT_EQ(::waitpid(process, &status, WUNTRACED), process);
     EXPECT_TRUE(WIFSTOPPED(status));
