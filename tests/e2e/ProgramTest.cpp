@@ -22,6 +22,19 @@ TEST(Program, EndsQuietlyWhenNobodyReadsOn) {
   // A parent may have switched the signal off.
   EXPECT_EQ(zelto.shell("trap '' PIPE; { zelto rules; echo status $? >&2; } | head -c 1").error,
             "Error: cannot write standard output: Broken pipe\nstatus 1\n");
+  // An agent that takes no diagnostics still talks.
+  EXPECT_EQ(zelto
+                .shell("{ { sleep 0.2; zelto mcp serve 2>&1 >&3; echo status $? >&3; } | true; } 3>&1",
+                       R"({"id":9,"method":"ping"})")
+                .output,
+            "{\"jsonrpc\":\"2.0\",\"id\":9,\"result\":{}}\nstatus 0\n");
+}
+
+TEST(Program, TellsTheWholeOfAnError) {
+  Zelto zelto;
+  const support::RawServer server({support::response(R"({"error":"a\u0000b"})", 400)});
+  zelto.lookAt(server);
+  EXPECT_EQ(zelto.shell("zelto").error, std::string("Error: HTTP 400: a\0b\n", 21));
 }
 
 TEST(Program, PassesLargeScriptsAndOutputsThroughWhole) {
