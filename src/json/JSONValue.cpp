@@ -81,8 +81,8 @@ std::int64_t JSONValue::integer() const {
 std::optional<std::int64_t> JSONValue::exactInteger() const {
   if (const auto* value = std::get_if<std::int64_t>(&data)) return *value;
   const auto* value = floatingPoint();
-  const bool fits = value != nullptr && *value >= -0x1p63 && *value < 0x1p63;
-  if (!fits || static_cast<double>(integer()) != *value) return std::nullopt;
+  // 2^63 is what the largest integer rounds to.
+  if (value == nullptr || *value >= 0x1p63 || static_cast<double>(integer()) != *value) return std::nullopt;
   return integer();
 }
 
