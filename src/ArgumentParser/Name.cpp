@@ -90,14 +90,15 @@ std::string convertedToSnakeCase(std::string_view name, char separator) {
   std::string result;
   bool separatesOnUpper = true;
   for (std::size_t i = 0; i < characters.size(); ++i) {
-    if (isUpper(i)) {
+    const std::string lower = text::lowercased(characters[i]);
+    if (lower != characters[i]) {
       if (separatesOnUpper && !result.empty()) result += separator;
       // An acronym is one word; its last capital begins the next one ("JSONFile" is "json-file").
       separatesOnUpper = i + 2 < characters.size() && isUpper(i + 1) && isLower(i + 2);
     } else {
       separatesOnUpper = characters[i] != std::string_view(&separator, 1);
     }
-    result += text::lowercased(characters[i]);
+    result += lower;
   }
   return result;
 }
