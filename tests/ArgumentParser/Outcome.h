@@ -24,8 +24,7 @@ inline std::vector<std::string> words(std::string_view line) {
 
 /// The whole of a file of expectations beside this one.
 inline std::string expectedText(const std::string& name) {
-  const std::string here = __FILE__;
-  return support::contentsOf(here.substr(0, here.rfind('/')) + "/expected/" + name);
+  return support::contentsOf(SOURCES "/expected/" + name);
 }
 
 /// A row of a table of expectations: a command line and what it comes to.

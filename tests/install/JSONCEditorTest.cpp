@@ -34,7 +34,7 @@ TEST(JSONCEditor, EditsAsTheTablesSay) {
       {"set", setIn},
       {"remove", [](const std::string& text) { return remove(text, "s", "me").value_or("nothing"); }},
   };
-  const auto file = std::filesystem::path(__FILE__).replace_filename("edits.json");
+  const auto file = SOURCES "/edits.json";
   const auto tables = json::parse(support::contentsOf(file));
   for (const auto& [table, operation] : operations) {
     for (const auto& [title, edit] : *tables->object()->find(table)->object()) {

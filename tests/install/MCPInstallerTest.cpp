@@ -52,7 +52,7 @@ TEST_F(MCPInstallerTest, ChangesNothingButItsEntryInFilesOfPeople) {
       {"zed", ".config/zed/settings.json"},
   };
   int files = 0;
-  for (const auto& each : fs::directory_iterator(fs::path(__FILE__).replace_filename("configurations"))) {
+  for (const auto& each : fs::directory_iterator(SOURCES "/configurations")) {
     const std::string name = each.path().filename(), id = name.substr(0, name.find('.'));
     const auto found = std::ranges::find(clients(), id, &Client::id);
     if (found == clients().end()) continue;
