@@ -45,7 +45,7 @@ std::string controlFilePath() {
 
 APICredentials readCredentials() {
   const std::string path = controlFilePath();
-  const auto text = platform::readFile(path);
+  const auto text = platform::readSmallFile(path);
   if (!text) throw MCPError(notRunning);
   if (auto credentials = credentialsFrom(*text)) return *std::move(credentials);
   throw MCPError("could not read " + path);

@@ -167,9 +167,9 @@ std::optional<std::string> remove(std::string_view text, std::string_view topKey
 }
 
 std::optional<json::JSONObject> readObject(const std::string& path) {
-  if (!platform::fileExists(path)) return std::nullopt;
-  const std::string bytes = platform::readUTF8(path);
-  const std::string_view content = std::string_view(bytes).substr(signatureLength(bytes));
+  const auto file = platform::readTextFile(path);
+  if (!file) return std::nullopt;
+  const std::string_view content = std::string_view(file->text).substr(signatureLength(file->text));
   if (text::trimmed(content).empty()) return json::JSONObject();
   auto value = json::parse(blankComments(std::string(content)));
   if (!value || !value->object()) throw EditError::notAnObject(path);

@@ -5,6 +5,7 @@
 
 #include "install/JSONCEditor.h"
 #include "json/JSONText.h"
+#include "platform/AtomicFile.h"
 #include "platform/Environment.h"
 #include "platform/Files.h"
 #include "platform/Log.h"
@@ -14,6 +15,9 @@ namespace {
 
 constexpr std::string_view memberKey = "zelto";
 constexpr std::string_view logCategory = "MCPInstaller";
+constexpr std::string_view temporaryPrefix = ".zelto-";
+/// More often than an editor saves in the time that an edit takes.
+constexpr int mostAttempts = 5;
 
 std::string_view topKey(Style style) {
   switch (style) {
@@ -33,43 +37,42 @@ std::string quoted(std::string_view text) {
   return result;
 }
 
-/// `path` with its symbolic links followed by hand where the system stops at a missing file. A loop of links
-/// ends after 16 steps, at one of them.
-std::string followed(const std::string& path) {
-  std::string reached = platform::resolvingLinks(path);
-  for (int step = 0; step < 16; ++step) {
-    const auto target = platform::linkTarget(reached);
-    if (!target) break;
-    const std::string directory = platform::resolvingLinks(platform::directoryOf(reached));
-    reached = platform::standardizedPath(target->starts_with('/') ? *target : directory + "/" + *target);
+/// Puts what `change` makes of the client's configuration in its place; nothing, or an equal text, leaves the
+/// file untouched. A file that somebody else writes meanwhile is read again, so that their change stays.
+template <class Change>
+void edit(const Client& client, Change change) {
+  for (int attempt = 0; attempt < mostAttempts; ++attempt) {
+    const std::string file = realConfigFile(client.path);
+    const auto old = platform::readTextFile(file);
+    const std::optional<std::string> changed = change(old ? old->text : std::string());
+    if (!changed || (old && *changed == old->text)) return;
+    if (platform::replaceFile(file, *changed, old, temporaryPrefix)) {
+      return platform::log(platform::LogLevel::info, logCategory, "Wrote MCP entry to " + client.path);
+    }
   }
-  return reached;
+  throw platform::FileError(client.path + ": another program keeps changing it; nothing was written");
 }
 
-/// Puts what `change` makes of the client's configuration in its place; nothing, or an equal text, leaves the
-/// file untouched.
+/// `edit`, with a failure told to the log before it rises.
 template <class Change>
-void edit(const Client& client, Change change) try {
-  const std::string file = realConfigFile(client.path);
-  const std::string old = platform::fileExists(file) ? platform::readUTF8(file) : std::string();
-  const std::optional<std::string> changed = change(old);
-  if (!changed || *changed == old) return;
-  platform::createDirectories(platform::directoryOf(file));
-  platform::writeAtomically(file, *changed);
-  platform::log(platform::LogLevel::info, logCategory, "Wrote MCP entry to " + client.path);
-} catch (const std::exception& error) {
-  platform::log(platform::LogLevel::error, logCategory,
-                "MCP install failed for " + client.name + ": " + error.what());
-  throw;
+void editLogged(const Client& client, Change change) {
+  try {
+    edit(client, change);
+  } catch (const std::exception& error) {
+    platform::log(platform::LogLevel::error, logCategory,
+                  "MCP install failed for " + client.name + ": " + error.what());
+    throw;
+  }
 }
 
 }  // namespace
 
 bool Client::isPresent() const {
-  const auto exists = [](const std::string& each) {
-    return platform::fileExists(platform::expandTilde(each));
+  // What cannot be looked at may be there: then `install` says what is wrong with it.
+  const auto mayExist = [](const std::string& each) {
+    return !platform::isAbsent(platform::expandTilde(each));
   };
-  return exists(path) || std::any_of(evidence.begin(), evidence.end(), exists);
+  return mayExist(path) || std::any_of(evidence.begin(), evidence.end(), mayExist);
 }
 
 const std::vector<Client>& clients() {
@@ -135,27 +138,31 @@ std::string entryText(Style style, std::string_view server) {
 }
 
 std::string realConfigFile(std::string_view path) {
-  const std::string standard = platform::standardizedPath(platform::expandTilde(path));
-  return followed(followed(platform::directoryOf(standard)) + "/" + standard.substr(standard.rfind('/') + 1));
+  return platform::followedPath(platform::expandTilde(path));
 }
 
-void install(const Client& client) {
-  edit(client, [&](const std::string& old) {
-    return JSONCEditor::set(old, topKey(client.style), memberKey, entryText(client.style));
+void install(const Client& client, std::string_view server) {
+  const std::string entry = entryText(client.style, server);
+  editLogged(client, [&](const std::string& old) {
+    return JSONCEditor::set(old, topKey(client.style), memberKey, entry);
   });
 }
 
 void remove(const Client& client) {
-  edit(client,
-       [&](const std::string& old) { return JSONCEditor::remove(old, topKey(client.style), memberKey); });
+  editLogged(client, [&](const std::string& old) {
+    return JSONCEditor::remove(old, topKey(client.style), memberKey);
+  });
 }
 
-bool isInstalled(const Client& client) try {
-  const auto object = JSONCEditor::readObject(platform::expandTilde(client.path));
-  const json::JSONValue* servers = object ? object->find(topKey(client.style)) : nullptr;
-  return servers != nullptr && servers->object() != nullptr && servers->object()->contains(memberKey);
-} catch (const std::exception&) {
-  return false;
+bool isInstalled(const Client& client) {
+  try {
+    const auto object = JSONCEditor::readObject(platform::expandTilde(client.path));
+    const json::JSONValue* servers = object ? object->find(topKey(client.style)) : nullptr;
+    return servers != nullptr && servers->object() != nullptr && servers->object()->contains(memberKey);
+  } catch (const std::exception&) {
+    // An agent that cannot read its configuration either has no entry.
+    return false;
+  }
 }
 
 }  // namespace zelto::MCPInstaller

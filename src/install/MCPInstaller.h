@@ -22,7 +22,7 @@ struct Client {
   Style style;
   std::vector<std::string> evidence;  ///< further paths that show it is here; may begin with "~"
 
-  /// Whether its configuration file or any of the evidence exists.
+  /// Whether its configuration file or any of the evidence exists, or cannot be looked at.
   bool isPresent() const;
 };
 
@@ -47,16 +47,16 @@ struct InstallError : std::runtime_error {
 std::string serverPath();
 
 /// The JSON text of an entry that starts the server at `server`.
-std::string entryText(Style style, std::string_view server = serverPath());
+std::string entryText(Style style, std::string_view server);
 
 /// The file to edit for the configuration path `path`: symbolic links of the file and of its directory
-/// followed, dangling ones too.
+/// followed, dangling ones too. Raises `platform::FileError` if a link cannot be read.
 std::string realConfigFile(std::string_view path);
 
-/// Writes the entry into the agent's configuration file, which is created if it is missing and left alone if
-/// the entry is there already. Raises `JSONCEditor::EditError` or `platform::FileError`; the file is then as
-/// it was.
-void install(const Client& client);
+/// Writes the entry that starts the server at `server` into the agent's configuration file, which is created
+/// if it is missing and left alone if the entry is there already. Raises `JSONCEditor::EditError` or
+/// `platform::FileError`; the file is then as it was.
+void install(const Client& client, std::string_view server);
 
 /// Takes the entry out, if there is one. Raises like `install`.
 void remove(const Client& client);

@@ -135,10 +135,11 @@ ArgumentParser::Declaration Mcp::Install::declaration() {
 
 void Mcp::Install::run() const {
   options.apply();
-  forEachClient(client, [](const Client& each) {
-    if (!platform::isExecutableFile(MCPInstaller::serverPath()))
-      throw MCPInstaller::InstallError::missingServer();
-    MCPInstaller::install(each);
+  // Looked up once, so that what is written is what was checked.
+  const std::string server = MCPInstaller::serverPath();
+  forEachClient(client, [&](const Client& each) {
+    if (!platform::isExecutableFile(server)) throw MCPInstaller::InstallError::missingServer();
+    MCPInstaller::install(each, server);
     Out::line(Out::paint("Installed", Style::green) + " " + each.name +
               Out::paint("  " + each.detail, Style::dim));
   });

@@ -1,6 +1,7 @@
 // An owned file descriptor, and complete writes to one.
 #pragma once
 
+#include <cerrno>
 #include <string_view>
 #include <utility>
 
@@ -22,6 +23,15 @@ class FileDescriptor {
  private:
   int number = -1;
 };
+
+/// What `call` returns once no signal interrupts it: a system call that gives a negative number for failure.
+template <class Call>
+auto uninterrupted(Call call) {
+  for (;;) {
+    const auto result = call();
+    if (result >= 0 || errno != EINTR) return result;
+  }
+}
 
 /// Writes all of `bytes`, continuing after partial writes and interruptions. False, with `errno` set, when
 /// the system refuses.

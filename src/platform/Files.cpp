@@ -1,91 +1,179 @@
 #include "platform/Files.h"
 
-#include <cerrno>
+#include <algorithm>
 #include <climits>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <vector>
 
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
-#include "platform/FileDescriptor.h"
+#include "platform/FileStatus.h"
 #include "text/Unicode.h"
 
 namespace platform {
 namespace {
 
-[[noreturn]] void raise(const std::string& path) {
-  throw FileError(path + ": " + std::strerror(errno));
-}
+constexpr std::size_t mebibyte = 1 << 20;
+constexpr std::size_t largestText = 256 * mebibyte;
+constexpr std::size_t largestSmallFile = mebibyte;
+constexpr int mostDanglingLinks = 16;
+/// More than any system follows, so that only a circle gets here.
+constexpr int mostLinks = 100;
 
-/// Removes the temporary file unless the rename has taken it away; keeps `errno` for the report.
-struct TemporaryFile {
-  std::string path;
-  bool renamed = false;
-  ~TemporaryFile() {
-    const int error = errno;
-    if (!renamed) ::unlink(path.c_str());
-    errno = error;
-  }
+struct OpenFile {
+  FileDescriptor descriptor;
+  struct stat status {};
 };
 
-/// Waits until the file is on the disk, not just in the disk's cache.
-bool flushToDisk(int descriptor) {
-#ifdef F_FULLFSYNC
-  if (::fcntl(descriptor, F_FULLFSYNC) == 0) return true;
-#endif
-  return ::fsync(descriptor) == 0;
+/// Opens the regular file at `path`; nothing if nothing stands there. Raises `FileError`. The path is opened
+/// before anything is asked about it, so that no two looks can disagree.
+std::optional<OpenFile> openRegularFile(const std::string& path) {
+  // Without O_NONBLOCK a pipe would be waited for until somebody writes.
+  constexpr int flags = O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+  OpenFile file{FileDescriptor(uninterrupted([&] { return ::open(path.c_str(), flags); }))};
+  if (!file.descriptor && meansAbsent(errno)) return std::nullopt;
+  if (!file.descriptor || ::fstat(file.descriptor.get(), &file.status) != 0) throw FileError::last(path);
+  if (S_ISREG(file.status.st_mode)) return file;
+  throw FileError(path + (S_ISDIR(file.status.st_mode) ? ": Is a directory" : ": not a regular file"));
 }
 
-/// Gives a new file the mode that the umask asks for.
-bool adoptUmask(int descriptor) {
-  const mode_t mask = ::umask(0);
-  ::umask(mask);
-  return ::fchmod(descriptor, 0666 & ~mask) == 0;
-}
-
-/// Gives a new file the owner and the mode that users of the old one rely on. The mode goes last: the owner
-/// change clears set-id bits, and until then the file is readable by its creator alone.
-bool adoptAttributes(int descriptor, const struct stat& old) {
-  struct stat created {};
-  if (::fstat(descriptor, &created) != 0) return false;
-  if ((created.st_uid != old.st_uid || created.st_gid != old.st_gid) &&
-      ::fchown(descriptor, old.st_uid, old.st_gid) != 0) {
-    return false;
+/// All bytes of the file at `path`. Raises `FileError`, also for more than `limit` bytes.
+std::string readWithin(std::size_t limit, const OpenFile& file, const std::string& path) {
+  // The size is only a hint, as the file may grow; one byte more shows that the end has been reached.
+  const auto expected = static_cast<std::size_t>(std::max<off_t>(file.status.st_size, 0));
+  std::string bytes(std::min(expected, limit) + 1, '\0');
+  std::size_t filled = 0;
+  for (;;) {
+    const auto count = uninterrupted(
+        [&] { return ::read(file.descriptor.get(), bytes.data() + filled, bytes.size() - filled); });
+    if (count < 0) throw FileError::last(path);
+    if (count == 0) break;
+    filled += static_cast<std::size_t>(count);
+    if (filled > limit) throw FileError(path + ": larger than " + std::to_string(limit / mebibyte) + " MiB");
+    if (filled == bytes.size()) bytes.resize(std::min(2 * filled, limit + 1));
   }
-  return ::fchmod(descriptor, old.st_mode & 07777) == 0;
+  bytes.resize(filled);
+  return bytes;
 }
+
+/// The parent of a path from which all links are gone.
+std::string parentOf(const std::string& real) {
+  return real == "/" ? real : directoryOf(real);
+}
+
+std::string joined(const std::string& directory, std::string_view name) {
+  return std::string(directory == "/" ? "" : directory).append("/").append(name);
+}
+
+/// Walks down a path, one component after the other, reading the links by hand.
+class LinkWalk {
+ public:
+  explicit LinkWalk(const std::string& path) : rest(path) {
+    if (rest.starts_with('/')) return;
+    char directory[PATH_MAX];
+    if (::getcwd(directory, sizeof directory) == nullptr) throw FileError::last(path);
+    reached = directory;
+  }
+
+  std::string end() {
+    while (!rest.empty()) step();
+    return reached;
+  }
+
+ private:
+  void step() {
+    const std::size_t slash = rest.find('/');
+    const std::string name = rest.substr(0, slash);
+    rest.erase(0, slash == std::string::npos ? slash : rest.find_first_not_of('/', slash));
+    if (name.empty() || name == ".") return;
+    if (name == "..") {
+      reached = parentOf(reached);
+      return;
+    }
+    const std::string place = joined(reached, name);
+    const auto target = linkTarget(place);
+    const bool isLast = rest.empty();
+    if (!target || (isLast && ++lastLinks > mostDanglingLinks)) {
+      reached = place;
+      return;
+    }
+    if (++links > mostLinks) {
+      errno = ELOOP;
+      throw FileError::last(place);
+    }
+    if (target->starts_with('/')) reached = "/";
+    rest = isLast ? *target : *target + "/" + rest;
+  }
+
+  /// The target of the link at `place`, or nothing if there is no link.
+  static std::optional<std::string> linkTarget(const std::string& place) {
+    char target[PATH_MAX];
+    const auto length = ::readlink(place.c_str(), target, sizeof target);
+    if (length >= 0) return std::string(target, static_cast<std::size_t>(length));
+    if (errno == EINVAL || meansAbsent(errno)) return std::nullopt;
+    throw FileError::last(place);
+  }
+
+  std::string reached = "/";
+  std::string rest;
+  int links = 0;
+  int lastLinks = 0;
+};
 
 }  // namespace
+
+FileError FileError::last(const std::string& path) {
+  return FileError(path + ": " + std::strerror(errno));
+}
+
+FileState stateOf(const struct stat& status) {
+#ifdef __APPLE__
+  const timespec &content = status.st_mtimespec, &attributes = status.st_ctimespec;
+#else
+  const timespec &content = status.st_mtim, &attributes = status.st_ctim;
+#endif
+  return {static_cast<std::uint64_t>(status.st_dev),
+          static_cast<std::uint64_t>(status.st_ino),
+          status.st_size,
+          {content.tv_sec, content.tv_nsec, attributes.tv_sec, attributes.tv_nsec}};
+}
+
+std::optional<TextFile> readTextFile(const std::string& path) {
+  auto file = openRegularFile(path);
+  if (!file) return std::nullopt;
+  std::string text = readWithin(largestText, *file, path);
+  if (!text::isUTF8(text)) throw FileError(path + ": not UTF-8 text");
+  return TextFile{std::move(text), stateOf(file->status), std::move(file->descriptor)};
+}
+
+std::optional<std::string> readSmallFile(const std::string& path) {
+  try {
+    const auto file = openRegularFile(path);
+    if (file) return readWithin(largestSmallFile, *file, path);
+  } catch (const FileError&) {
+    // The caller has no use for the reason.
+  }
+  return std::nullopt;
+}
+
+std::optional<std::string> readFile(const std::string& path) {
+  const FileDescriptor file(
+      uninterrupted([&] { return ::open(path.c_str(), O_RDONLY | O_NOCTTY | O_CLOEXEC); }));
+  if (!file) return std::nullopt;
+  return readToEnd(file.get());
+}
 
 std::optional<std::string> readToEnd(int descriptor) {
   std::string bytes;
   std::vector<char> buffer(1 << 16);
   for (;;) {
-    const auto count = ::read(descriptor, buffer.data(), buffer.size());
+    const auto count = uninterrupted([&] { return ::read(descriptor, buffer.data(), buffer.size()); });
     if (count == 0) return bytes;
-    if (count > 0) {
-      bytes.append(buffer.data(), static_cast<std::size_t>(count));
-    } else if (errno != EINTR) {
-      return std::nullopt;
-    }
+    if (count < 0) return std::nullopt;
+    bytes.append(buffer.data(), static_cast<std::size_t>(count));
   }
-}
-
-std::optional<std::string> readFile(const std::string& path) {
-  const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
-  if (!file) return std::nullopt;
-  return readToEnd(file.get());
-}
-
-std::string readUTF8(const std::string& path) {
-  auto bytes = readFile(path);
-  if (!bytes) raise(path);
-  if (!text::isUTF8(*bytes)) throw FileError(path + ": not UTF-8 text");
-  return *std::move(bytes);
 }
 
 bool fileExists(const std::string& path) {
@@ -93,88 +181,26 @@ bool fileExists(const std::string& path) {
   return ::stat(path.c_str(), &status) == 0;
 }
 
+bool isAbsent(const std::string& path) {
+  return !fileExists(path) && (meansAbsent(errno) || errno == ELOOP);
+}
+
 bool isExecutableFile(const std::string& path) {
   struct stat status {};
   return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) && ::access(path.c_str(), X_OK) == 0;
 }
 
-std::optional<std::string> linkTarget(const std::string& path) {
-  char target[PATH_MAX];
-  const auto length = ::readlink(path.c_str(), target, sizeof target);
-  if (length < 0) return std::nullopt;
-  return std::string(target, static_cast<std::size_t>(length));
-}
-
-std::string resolvingLinks(const std::string& path) {
+std::string followedPath(const std::string& path) {
   char resolved[PATH_MAX];
   if (::realpath(path.c_str(), resolved) != nullptr) return resolved;
-  const std::size_t slash = path.rfind('/');
-  if (slash == std::string::npos || slash == 0) return path;
-  const std::string directory = resolvingLinks(path.substr(0, slash));
-  return (directory == "/" ? "" : directory) + path.substr(slash);
-}
-
-std::string standardizedPath(std::string_view path) {
-  const bool absolute = path.starts_with('/');
-  std::vector<std::string_view> kept;
-  while (!path.empty()) {
-    const std::size_t slash = path.find('/');
-    const std::string_view component = path.substr(0, slash);
-    path.remove_prefix(slash == std::string_view::npos ? path.size() : slash + 1);
-    if (component.empty() || component == ".") continue;
-    const bool goesUp = component == "..";
-    if (goesUp && !kept.empty() && kept.back() != "..") {
-      kept.pop_back();
-    } else if (!goesUp || !absolute) {
-      kept.push_back(component);
-    }
-  }
-  std::string result;
-  for (const std::string_view component : kept) {
-    if (absolute || !result.empty()) result += '/';
-    result += component;
-  }
-  if (result.empty()) result = absolute ? "/" : ".";
-  return result;
+  if (!meansAbsent(errno)) throw FileError::last(path);
+  return LinkWalk(path).end();
 }
 
 std::string directoryOf(std::string_view path) {
   const std::size_t slash = path.rfind('/');
   if (slash == std::string_view::npos) return ".";
   return std::string(slash == 0 ? path.substr(0, 1) : path.substr(0, slash));
-}
-
-void createDirectories(const std::string& path) {
-  if (::mkdir(path.c_str(), 0777) == 0 || errno == EEXIST || errno == EISDIR) {
-    struct stat status {};
-    if (::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode)) return;
-    errno = ENOTDIR;
-    raise(path);
-  }
-  if (errno != ENOENT || directoryOf(path) == path) raise(path);
-  createDirectories(directoryOf(path));
-  if (::mkdir(path.c_str(), 0777) != 0 && errno != EEXIST) raise(path);
-}
-
-void writeAtomically(const std::string& path, std::string_view bytes) {
-  struct stat old {};
-  const bool exists = ::stat(path.c_str(), &old) == 0;
-  // A rename would put a file in the place of a device or a pipe.
-  if (exists && !S_ISREG(old.st_mode)) throw FileError(path + ": not a regular file");
-  std::string name = directoryOf(path) + "/.zelto-XXXXXX";
-  const FileDescriptor file(::mkostemp(name.data(), O_CLOEXEC));
-  if (!file) raise(path);
-  TemporaryFile temporary{name};
-  const bool written = writeAll(file.get(), bytes) &&
-                       (exists ? adoptAttributes(file.get(), old) : adoptUmask(file.get())) &&
-                       flushToDisk(file.get()) && ::rename(name.c_str(), path.c_str()) == 0;
-  if (!written) raise(path);
-  temporary.renamed = true;
-  // Without this the rename itself may be lost in a crash of the machine; a directory that cannot be synced
-  // is no reason to report a write that has taken place as failed.
-  if (const FileDescriptor directory(::open(directoryOf(path).c_str(), O_RDONLY | O_CLOEXEC)); directory) {
-    flushToDisk(directory.get());
-  }
 }
 
 }  // namespace platform

@@ -1,53 +1,80 @@
-// Files: whole reads, tests, symbolic links, and writes that leave either the old file or the new one.
+// Files: reading them whole, telling what stands at a path, and following symbolic links. A look that fails
+// is never taken for "nothing there": only ENOENT and ENOTDIR mean that, and where a caller may not care, its
+// function says so. Not <filesystem>: it cannot open a file and then look at what it opened, and its
+// directories, links and permissions come with code and start-up pages that nothing else here needs.
 #pragma once
 
+#include <array>
+#include <cstdint>
 #include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+
+#include "platform/FileDescriptor.h"
 
 namespace platform {
 
 /// A file operation that failed; `what()` is the path, ": ", and the reason, mostly in the system's words.
 struct FileError : std::runtime_error {
   using std::runtime_error::runtime_error;
+  /// The error that `errno` tells of.
+  static FileError last(const std::string& path);
 };
 
-/// All bytes of the file at `path`, or nothing, with `errno` set, if it cannot be read (a directory
-/// included).
-std::optional<std::string> readFile(const std::string& path);
+/// Which file a path led to, and when that file was last changed. Two equal states are the same file,
+/// unchanged in between as far as the file system's clock can tell.
+struct FileState {
+  std::uint64_t device = 0;
+  std::uint64_t inode = 0;
+  std::int64_t size = 0;                ///< bytes
+  std::array<std::int64_t, 4> times{};  ///< of content and of attributes: seconds and nanoseconds each
 
-/// All of the file at `path`, which must be well-formed UTF-8. Raises `FileError`.
-std::string readUTF8(const std::string& path);
+  friend bool operator==(const FileState&, const FileState&) = default;
+};
+
+/// A regular file that has been read, still open, with its state from before the reading.
+struct TextFile {
+  std::string text;
+  FileState state;
+  FileDescriptor descriptor;
+};
+
+/// The text of the regular file at `path`, links followed; nothing if nothing stands there. Raises
+/// `FileError` for everything else: a look that fails, a directory, a pipe or a device (it is never waited
+/// for), a file of more than 256 MiB, and bytes that are not well-formed UTF-8.
+std::optional<TextFile> readTextFile(const std::string& path);
+
+/// All bytes of the regular file at `path`, links followed, for callers to whom a file that cannot be read is
+/// none. Nothing for whatever `readTextFile` would refuse, but for the encoding, and for a file of more than
+/// 1 MiB.
+std::optional<std::string> readSmallFile(const std::string& path);
+
+/// All bytes of what a person has named, be it a file, a pipe or a device, which is waited for. Nothing, with
+/// `errno` set, if it cannot be read (a directory included).
+std::optional<std::string> readFile(const std::string& path);
 
 /// All bytes up to the end of input of an open descriptor; nothing, with `errno` set, on a read error.
 std::optional<std::string> readToEnd(int descriptor);
 
-/// Whether a file or directory stands at `path`, links followed (a dangling link does not count).
+/// Whether a file or directory can be seen at `path`, links followed (a dangling link does not count). False
+/// also where the look fails.
 bool fileExists(const std::string& path);
 
-/// Whether `path` is a file that this user may execute.
+/// Whether nothing stands at `path`, links followed: a link that dangles or leads round in a circle counts as
+/// nothing. False where the look fails, since something may be there.
+bool isAbsent(const std::string& path);
+
+/// Whether `path` is a file that this user may execute. False also where the look fails.
 bool isExecutableFile(const std::string& path);
 
-/// The target of the symbolic link at `path` as it is stored, or nothing if `path` is no link.
-std::optional<std::string> linkTarget(const std::string& path);
-
-/// `path` with its symbolic links resolved as far as it exists, the rest appended as it stands.
-std::string resolvingLinks(const std::string& path);
-
-/// `path` without empty, "." and ".." components, judged by the text alone.
-std::string standardizedPath(std::string_view path);
+/// The absolute path to which the system is led by `path`, with all links followed, also where something on
+/// the way does not exist yet; "." and ".." count from where the links have led. A dangling link that leads
+/// to another one is followed 16 times at most, and the link then reached is the result. Raises `FileError`
+/// if a look fails, as it does in a circle of links.
+std::string followedPath(const std::string& path);
 
 /// The part of `path` before its last slash ("/" for a name at the root, "." for a bare name).
 std::string directoryOf(std::string_view path);
-
-/// Creates the directory and its missing parents. Raises `FileError`.
-void createDirectories(const std::string& path);
-
-/// Replaces the file at `path` by one that holds `bytes`, through a temporary file beside it: a crash at any
-/// instant leaves the old file or the new one, whole. Mode and owner of an existing file, which must be a
-/// regular one, are kept; a new file's mode comes from the umask. Raises `FileError`; the temporary file is
-/// gone then.
-void writeAtomically(const std::string& path, std::string_view bytes);
 
 }  // namespace platform

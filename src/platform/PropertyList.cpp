@@ -27,7 +27,7 @@ using Owned = std::unique_ptr<std::remove_pointer_t<Ref>, Releaser<Ref>>;
 }  // namespace
 
 std::optional<std::string> propertyListText(const std::string& path, const std::string& key) {
-  const auto bytes = readFile(path);
+  const auto bytes = readSmallFile(path);
   if (!bytes) return std::nullopt;
   const Owned<CFDataRef> data(CFDataCreate(nullptr, reinterpret_cast<const UInt8*>(bytes->data()),
                                            static_cast<CFIndex>(bytes->size())));
@@ -86,7 +86,7 @@ struct Reader {
 }  // namespace
 
 std::optional<std::string> propertyListText(const std::string& path, const std::string& key) {
-  const auto bytes = readFile(path);
+  const auto bytes = readSmallFile(path);
   if (!bytes) return std::nullopt;
   Reader reader{.wanted = key};
   const std::unique_ptr<XML_ParserStruct, decltype(&XML_ParserFree)> parser(XML_ParserCreate(nullptr),

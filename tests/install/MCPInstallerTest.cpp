@@ -32,7 +32,8 @@ struct MCPInstallerTest : testing::Test {
   support::TemporaryDirectory home;
   support::ScopedVariable variable{"HOME", home.path};
   const Client& cursor = clients()[2];
-  const std::string file = home / ".cursor/mcp.json";
+  const std::string file = home / ".cursor/mcp.json",
+                    server = "/Applications/Zelto.app/Contents/SharedSupport/ZeltoCLI";
 };
 
 /// The three files that `marked` stands for: "⟦before¦installed¦removed⟧" marks where they differ.
@@ -65,11 +66,11 @@ TEST_F(MCPInstallerTest, ChangesNothingButItsEntryInFilesOfPeople) {
     if (!wasMissing) writeFile(path, before);
     EXPECT_EQ(client.isPresent(), !wasMissing);
     logged.clear();
-    install(client);
+    install(client, server);
     EXPECT_EQ(contentsOf(path), installed);
     EXPECT_TRUE(client.isPresent() && isInstalled(client));
     fs::last_write_time(path, fs::file_time_type());
-    install(client);
+    install(client, server);
     EXPECT_EQ(fs::last_write_time(path), fs::file_time_type());
     EXPECT_THAT(logged, testing::ElementsAre("MCPInstaller: Wrote MCP entry to " + client.path));
     remove(client);
@@ -87,6 +88,10 @@ TEST_F(MCPInstallerTest, FindsAgentsByTheirEvidence) {
   EXPECT_FALSE(client.isPresent() || fs::exists(home / "config"));
   fs::create_symlink("missing", home / "a");
   EXPECT_FALSE(client.isPresent());
+  fs::remove(home / "a");
+  fs::create_symlink(std::string(300, 'x'), home / "a");
+  EXPECT_TRUE(client.isPresent());  // the look fails, so that it may be there
+  fs::remove(home / "a");
   fs::create_directory(home / "b");
   EXPECT_TRUE(client.isPresent());
 }
@@ -99,7 +104,7 @@ TEST_F(MCPInstallerTest, FollowsLinks) {
   link("repository/cursor", ".cursor");
   link("../../linked/mcp.json", "repository/cursor/mcp.json");
   link(home / "missing/settings", "linked/mcp.json");
-  install(cursor);
+  install(cursor, server);
   for (const char* kept : {".cursor", "repository/cursor/mcp.json", "linked/mcp.json"})
     EXPECT_TRUE(fs::is_symlink(home / kept)) << kept;
   EXPECT_TRUE(fs::is_regular_file(home / "missing/settings") && isInstalled(cursor));
@@ -110,10 +115,20 @@ TEST_F(MCPInstallerTest, FollowsLinks) {
   EXPECT_EQ(realConfigFile("~/x/..//./dangling/b"), home / "a/b");
   link("loop-b", "loop-a");
   link("loop-a", "loop-b");
-  EXPECT_EQ(realConfigFile("~/loop-a"), home / "loop-a");
+  EXPECT_THROW(realConfigFile("~/loop-a"), std::runtime_error);
   for (int i = 0; i < 20; ++i) link("chain" + std::to_string(i + 1), "chain" + std::to_string(i));
   EXPECT_EQ(realConfigFile("~/chain0"), home / "chain16");
   EXPECT_EQ(realConfigFile("~/chain10"), home / "chain20");
+
+  // ".." goes up from where a link leads, as it does when the system opens the file.
+  link(home / "far/away", "near");
+  fs::create_directories(home / "far/away");
+  link("../near/../up.json", "folder/up");
+  for (const char* exists : {"", "{}"}) {
+    EXPECT_EQ(realConfigFile("~/folder/up"), home / "far/up.json") << exists;
+    EXPECT_EQ(realConfigFile("~/near/../.cursor"), home / "far/.cursor");
+    writeFile(home / "far/up.json", exists);
+  }
 }
 
 TEST_F(MCPInstallerTest, ReportsWhatItCannotEditAndLeavesItAlone) {
@@ -124,7 +139,7 @@ TEST_F(MCPInstallerTest, ReportsWhatItCannotEditAndLeavesItAlone) {
   for (const auto& [content, message] : cases) {
     writeFile(file, content);
     logged.clear();
-    EXPECT_THAT([&] { install(cursor); }, testing::ThrowsMessage<std::runtime_error>(message));
+    EXPECT_THAT([&] { install(cursor, server); }, testing::ThrowsMessage<std::runtime_error>(message));
     EXPECT_THAT(logged, testing::ElementsAre("MCPInstaller: MCP install failed for Cursor: " + message));
     EXPECT_EQ(contentsOf(file), content);
     EXPECT_FALSE(isInstalled(cursor));
