@@ -1,8 +1,10 @@
 #include <gmock/gmock.h>
 #include <pwd.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "platform/Environment.h"
+#include "platform/Files.h"
 #include "platform/PropertyList.h"
 #include "support/Surroundings.h"
 
@@ -58,6 +60,14 @@ TEST(PropertyList, ReadsTextsOfTheTopDictionary) {
   }
   EXPECT_EQ(propertyListText(directory / "none", "v"), std::nullopt);
   EXPECT_EQ(propertyListText(directory.path, "v"), std::nullopt);
+  // What is no file, or far too large for one of settings, is not waited for.
+  const std::string pipe = directory / "pipe";
+  ::mkfifo(pipe.c_str(), 0600);
+  EXPECT_EQ(readSmallFile(pipe), std::nullopt);
+  support::writeFile(file, std::string(1 << 20, ' '));
+  EXPECT_EQ(readSmallFile(file), std::string(1 << 20, ' '));
+  support::writeFile(file, std::string((1 << 20) + 1, ' '));
+  EXPECT_EQ(readSmallFile(file), std::nullopt);
 }
 
 }  // namespace
