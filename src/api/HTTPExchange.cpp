@@ -5,6 +5,7 @@
 #include <cstring>
 #include <limits>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include <netdb.h>
@@ -49,8 +50,8 @@ Addresses resolve(const APICredentials& credentials) {
   hints.ai_socktype = SOCK_STREAM;
   addrinfo* list = nullptr;
   const std::string port = std::to_string(credentials.port);
-  // Of a host with a NUL within, the system would see another.
-  if (credentials.host.find('\0') != std::string::npos ||
+  // The system would cut a host at its first NUL and a port to 16 bits, and so reach some other server.
+  if (credentials.host.find('\0') != std::string::npos || !std::in_range<std::uint16_t>(credentials.port) ||
       ::getaddrinfo(credentials.host.c_str(), port.c_str(), &hints, &list) != 0 || list == nullptr) {
     raiseUnreachable("cannot resolve " + credentials.host);
   }

@@ -160,6 +160,11 @@ TEST(ControlFile, IsReadInEveryAllowedForm) {
     refuse(with(value));
   refuse(with(port) + "x");
   refuse("\xff" + with(port));
+  // Each of these is the server's port in its lowest 16 bits.
+  for (const int turn : {-1 << 16, 1 << 16, 1 << 20}) {
+    support::writeFile(path, with(std::to_string(api.server.port + turn)));
+    EXPECT_EQ(outcome(), unreachable("cannot resolve 127.0.0.1"));
+  }
   EXPECT_EQ(api.server.requests().size(), std::size(good));
 }
 
