@@ -40,7 +40,7 @@ std::string controlFilePath() {
   if (const auto named = platform::environment("ZELTO_CONTROL_FILE"); named && !named->empty()) {
     return platform::expandTilde(*named);
   }
-  return platform::homeDirectory() + "/Library/Application Support/Zelto/control.json";
+  return platform::expandTilde("~/Library/Application Support/Zelto/control.json");
 }
 
 APICredentials readCredentials() {

@@ -18,7 +18,7 @@ constexpr double probeInterval = 0.4;
 
 /// The path of the application that last recorded itself, if it still stands there.
 std::optional<std::string> recordedApplication() {
-  const auto text = platform::readSmallFile(platform::homeDirectory() + "/.well-known/mcp/zelto.json");
+  const auto text = platform::readSmallFile(platform::expandTilde("~/.well-known/mcp/zelto.json"));
   const auto locator = text ? json::parse(*text) : std::nullopt;
   if (!locator || !locator->object()) return std::nullopt;
   const JSONValue* app = locator->object()->find("app");

@@ -56,7 +56,9 @@ std::string homeDirectory() {
 
 std::string expandTilde(std::string_view path) {
   if (path != "~" && !path.starts_with("~/")) return std::string(path);
-  return homeDirectory().append(path.substr(1));
+  path.remove_prefix(1);
+  const std::string home = homeDirectory();
+  return home == "/" && !path.empty() ? std::string(path) : home + std::string(path);
 }
 
 std::string executablePath() {

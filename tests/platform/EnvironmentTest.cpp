@@ -21,10 +21,13 @@ TEST(Environment, FindsTheHomeDirectoryAndExpandsTilde) {
     const ScopedVariable set("HOME", variable);
     EXPECT_EQ(homeDirectory(), home);
   }
-  const ScopedVariable set("HOME", "/h");
-  const std::pair<const char*, const char*> paths[] = {
-      {"~", "/h"}, {"~/a", "/h/a"}, {"~a/b", "~a/b"}, {"/~/a", "/~/a"}, {"", ""}};
-  for (const auto& [path, expanded] : paths) EXPECT_EQ(expandTilde(path), expanded);
+  const std::tuple<const char*, const char*, const char*> paths[] = {
+      {"/h", "~", "/h"}, {"/h", "~/a", "/h/a"}, {"/h", "~a/b", "~a/b"}, {"/h", "/~/a", "/~/a"},
+      {"/h", "", ""},    {"/", "~", "/"},       {"/", "~/a", "/a"}};
+  for (const auto& [home, path, expanded] : paths) {
+    const ScopedVariable set("HOME", home);
+    EXPECT_EQ(expandTilde(path), expanded);
+  }
 }
 
 TEST(Environment, FindsTheBundleAroundAnExecutable) {
