@@ -7,6 +7,7 @@
 #include "api/Wire.h"
 #include "cli/Out.h"
 #include "platform/Environment.h"
+#include "platform/FileDescriptor.h"
 #include "platform/Files.h"
 #include "text/Unicode.h"
 

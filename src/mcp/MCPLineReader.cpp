@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include <unistd.h>
+#include "platform/FileDescriptor.h"
 
 namespace zelto {
 namespace {
@@ -29,7 +29,7 @@ std::string_view MCPLineReader::nextLine() {
     buffer.erase(0, std::exchange(consumed, 0));
     if (buffer.capacity() > keptCapacity && buffer.size() < keptCapacity / 2) buffer.shrink_to_fit();
 
-    const auto count = ::read(fd, chunk.data(), chunk.size());
+    const auto count = platform::readSome(fd, chunk.data(), chunk.size());
     if (count <= 0) {
       if (buffer.empty()) throw EndOfInput();
       consumed = buffer.size();

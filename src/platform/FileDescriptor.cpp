@@ -1,11 +1,25 @@
 #include "platform/FileDescriptor.h"
 
 #include <cerrno>
+#include <vector>
 
+#include <fcntl.h>
 #include <poll.h>
 #include <unistd.h>
 
 namespace platform {
+namespace {
+
+/// Whether a call that failed with `errno` may be made again, if need be after a wait: the other owner of a
+/// terminal or a pipe may have made it non-blocking.
+bool mayRepeat(int descriptor, short event) {
+  if (errno == EINTR) return true;
+  if (errno != EAGAIN && errno != EWOULDBLOCK) return false;
+  pollfd ready{descriptor, event, 0};
+  return ::poll(&ready, 1, -1) >= 0 || errno == EINTR;
+}
+
+}  // namespace
 
 FileDescriptor& FileDescriptor::operator=(FileDescriptor&& other) noexcept {
   std::swap(number, other.number);
@@ -16,19 +30,41 @@ void FileDescriptor::close() {
   if (number >= 0) ::close(std::exchange(number, -1));
 }
 
+ssize_t readSome(int descriptor, char* buffer, std::size_t size) {
+  for (;;) {
+    const auto count = ::read(descriptor, buffer, size);
+    if (count >= 0 || !mayRepeat(descriptor, POLLIN)) return count;
+  }
+}
+
+std::optional<std::string> readToEnd(int descriptor) {
+  std::string bytes;
+  std::vector<char> buffer(1 << 16);
+  for (;;) {
+    const auto count = readSome(descriptor, buffer.data(), buffer.size());
+    if (count == 0) return bytes;
+    if (count < 0) return std::nullopt;
+    bytes.append(buffer.data(), static_cast<std::size_t>(count));
+  }
+}
+
 bool writeAll(int descriptor, std::string_view bytes) {
   while (!bytes.empty()) {
     const auto written = ::write(descriptor, bytes.data(), bytes.size());
-    if (written < 0) {
-      if (errno == EINTR) continue;
-      // Standard output may be a pipe that its other owner has made non-blocking.
-      pollfd writable{descriptor, POLLOUT, 0};
-      if ((errno == EAGAIN || errno == EWOULDBLOCK) && ::poll(&writable, 1, -1) >= 0) continue;
+    if (written >= 0) {
+      bytes.remove_prefix(static_cast<std::size_t>(written));
+    } else if (!mayRepeat(descriptor, POLLOUT)) {
       return false;
     }
-    bytes.remove_prefix(static_cast<std::size_t>(written));
   }
   return true;
+}
+
+void openStandardDescriptors() {
+  for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    // The lowest free number is given out. For reading alone: output that nobody gets must stay a failure.
+    if (::fcntl(descriptor, F_GETFD) < 0) static_cast<void>(::open("/dev/null", O_RDONLY));
+  }
 }
 
 }  // namespace platform

@@ -1,9 +1,13 @@
-// An owned file descriptor, and complete writes to one.
+// An owned file descriptor; reads that wait, complete reads and writes, and the three that every program has.
 #pragma once
 
 #include <cerrno>
+#include <optional>
+#include <string>
 #include <string_view>
 #include <utility>
+
+#include <sys/types.h>
 
 namespace platform {
 
@@ -33,8 +37,19 @@ auto uninterrupted(Call call) {
   }
 }
 
+/// Reads up to `size` bytes, waiting for the first one also where the descriptor is non-blocking. Returns how
+/// many, 0 at the end of the input, or -1 with `errno` set.
+ssize_t readSome(int descriptor, char* buffer, std::size_t size);
+
+/// All bytes up to the end of input of an open descriptor; nothing, with `errno` set, on a read error.
+std::optional<std::string> readToEnd(int descriptor);
+
 /// Writes all of `bytes`, continuing after partial writes and interruptions. False, with `errno` set, when
 /// the system refuses.
 bool writeAll(int descriptor, std::string_view bytes);
+
+/// Opens each of the descriptors 0, 1 and 2 that is closed, so that no file or pipe can take its place. From
+/// there nothing comes, and what is written there fails as it does on a closed descriptor.
+void openStandardDescriptors();
 
 }  // namespace platform

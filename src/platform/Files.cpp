@@ -4,7 +4,6 @@
 #include <climits>
 #include <cstdlib>
 #include <cstring>
-#include <vector>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -163,17 +162,6 @@ std::optional<std::string> readFile(const std::string& path) {
       uninterrupted([&] { return ::open(path.c_str(), O_RDONLY | O_NOCTTY | O_CLOEXEC); }));
   if (!file) return std::nullopt;
   return readToEnd(file.get());
-}
-
-std::optional<std::string> readToEnd(int descriptor) {
-  std::string bytes;
-  std::vector<char> buffer(1 << 16);
-  for (;;) {
-    const auto count = uninterrupted([&] { return ::read(descriptor, buffer.data(), buffer.size()); });
-    if (count == 0) return bytes;
-    if (count < 0) return std::nullopt;
-    bytes.append(buffer.data(), static_cast<std::size_t>(count));
-  }
 }
 
 bool fileExists(const std::string& path) {

@@ -54,9 +54,6 @@ std::optional<std::string> readSmallFile(const std::string& path);
 /// `errno` set, if it cannot be read (a directory included).
 std::optional<std::string> readFile(const std::string& path);
 
-/// All bytes up to the end of input of an open descriptor; nothing, with `errno` set, on a read error.
-std::optional<std::string> readToEnd(int descriptor);
-
 /// Whether a file or directory can be seen at `path`, links followed (a dangling link does not count). False
 /// also where the look fails.
 bool fileExists(const std::string& path);

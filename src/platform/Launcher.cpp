@@ -9,7 +9,6 @@
 #include <unistd.h>
 
 #include "platform/FileDescriptor.h"
-#include "platform/Files.h"
 
 extern char** environ;  // NOLINT(readability-redundant-declaration): macOS does not declare it
 

@@ -42,9 +42,7 @@ std::optional<std::string> readInputLine() {
   std::string line;
   for (;;) {
     char byte = 0;
-    const auto count = ::read(STDIN_FILENO, &byte, 1);
-    if (count < 0 && errno == EINTR) continue;
-    if (count <= 0) {
+    if (readSome(STDIN_FILENO, &byte, 1) <= 0) {
       if (line.empty()) return std::nullopt;
       break;
     }

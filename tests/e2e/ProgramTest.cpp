@@ -22,6 +22,8 @@ TEST(Program, EndsQuietlyWhenNobodyReadsOn) {
   // A parent may have switched the signal off.
   EXPECT_EQ(zelto.shell("trap '' PIPE; { zelto rules; echo status $? >&2; } | head -c 1").error,
             "Error: cannot write standard output: Broken pipe\nstatus 1\n");
+  EXPECT_EQ(zelto.shell("zelto rules >&-; zelto rules <&- >&- 2>&-").error,
+            "Error: cannot write standard output: Bad file descriptor\n");
   // An agent that takes no diagnostics still talks.
   EXPECT_EQ(zelto
                 .shell("{ { sleep 0.2; zelto mcp serve 2>&1 >&3; echo status $? >&3; } | true; } 3>&1",

@@ -85,6 +85,8 @@ TEST(Start, ReportsWhatWentWrong) {
       {"", on + "; touch fleeting; zelto watch --only events", first, none},
       {"printf '\\n no application '; printf '\\n no application \\302\\240\\n' >&2", "zelto rules", first,
        "could not reach Zelto: no application"},
+      // The launcher's pipe must not become standard output.
+      {"echo no application >&2", "zelto rules <&- >&-", first, "could not reach Zelto: no application"},
       // More than a pipe holds.
       {"head -c 300000 /dev/zero | tr '\\0' x >&2", "zelto api start", "",
        "could not reach Zelto: " + std::string(300000, 'x')},

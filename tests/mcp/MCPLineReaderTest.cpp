@@ -1,5 +1,6 @@
 #include <thread>
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
@@ -15,7 +16,7 @@ using Lines = std::vector<std::string>;
 /// The lines of what is written piece by piece, each once the one before has been read.
 Lines linesOf(const std::vector<std::string>& pieces) {
   int ends[2];
-  EXPECT_EQ(::pipe(ends), 0);
+  EXPECT_EQ(::pipe2(ends, O_NONBLOCK), 0);
   std::thread writer([&] {
     for (const std::string& piece : pieces) {
       platform::writeAll(ends[1], piece);
