@@ -50,7 +50,7 @@ std::optional<ParserError> builtInRequest(const std::vector<SplitArguments::Elem
   if (holds(helpNames(stack))) return parser_error::HelpRequested{Visibility::default_};
   if (holds(helpNames(stack, Visibility::hidden))) return parser_error::HelpRequested{Visibility::hidden};
   if (holds({Name::makeLong("experimental-dump-help")})) return parser_error::DumpHelpRequested{};
-  if (version(stack) && holds({Name::makeLong("version")})) return parser_error::VersionRequested{};
+  if (holds({Name::makeLong("version")}) && version(stack)) return parser_error::VersionRequested{};
   return std::nullopt;
 }
 

@@ -41,14 +41,15 @@ struct CommandGroup {
   std::vector<CommandType> subcommands;
 };
 
-/// A version: a text, or a look-up that is made only when the text is asked for.
+/// A version: a text, or a look-up that is made when something asks for the text or whether there is one. An
+/// empty text is no version.
 class Version {
  public:
   Version() = default;
   Version(const char* text) : fixed(text) {}
   Version(std::string text) : fixed(std::move(text)) {}
   Version(std::string (*function)()) : lookUp(function) {}
-  bool isEmpty() const { return lookUp == nullptr && fixed.empty(); }
+  bool isEmpty() const { return text().empty(); }
   std::string text() const { return lookUp != nullptr ? lookUp() : fixed; }
 
  private:

@@ -35,6 +35,15 @@ std::string resolved(const char* path) {
   return ::realpath(path, buffer) != nullptr ? text::repairedUTF8(buffer) : std::string();
 }
 
+std::string lookUpVersion() {
+  const std::string executable = executablePath();
+  if (const auto bundle = enclosingBundle(executable)) {
+    if (auto version = propertyListText(*bundle + "/Contents/Info.plist", versionKey)) return *version;
+  }
+  const std::string own = std::string(parentDirectory(executable)) + "/Info.plist";
+  return propertyListText(own, versionKey).value_or("?");
+}
+
 }  // namespace
 
 std::optional<std::string> environment(const char* name) {
@@ -81,12 +90,9 @@ std::optional<std::string> enclosingBundle(std::string_view executable) {
 }
 
 std::string versionText() {
-  const std::string executable = executablePath();
-  if (const auto bundle = enclosingBundle(executable)) {
-    if (auto version = propertyListText(*bundle + "/Contents/Info.plist", versionKey)) return *version;
-  }
-  const std::string own = std::string(parentDirectory(executable)) + "/Info.plist";
-  return propertyListText(own, versionKey).value_or("?");
+  // A completion script asks for it once for each command.
+  static const std::string version = lookUpVersion();
+  return version;
 }
 
 }  // namespace platform

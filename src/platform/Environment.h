@@ -26,7 +26,7 @@ std::string executablePath();
 std::optional<std::string> enclosingBundle(std::string_view executable);
 
 /// The text under CFBundleShortVersionString in the information dictionary of the enclosing bundle, else in
-/// the program's own, else "?".
+/// the program's own, else "?". Looked up once.
 std::string versionText();
 
 }  // namespace platform
