@@ -143,12 +143,12 @@ class Writer {
       appendQuoted(out, *string, style.escapesSlash);
     } else if (const auto* boolean = value.boolean()) {
       out += *boolean ? "true" : "false";
-    } else if (const auto* number = value.floatingPoint()) {
-      return writeFloat(*number);
     } else if (value.isNull()) {
       out += "null";
+    } else if (const auto* number = value.floatingPoint(); number != nullptr && !std::isfinite(*number)) {
+      return false;
     } else {
-      out += numberText(value);
+      appendNumber(out, value);
     }
     return true;
   }
@@ -174,19 +174,6 @@ class Writer {
 
   void newline(std::size_t depth) {
     if (style.pretty) out.append(1, '\n').append(2 * depth, ' ');
-  }
-
-  bool writeFloat(double number) {
-    if (!std::isfinite(number)) return false;
-    if (std::signbit(number) && number == 0) {
-      out += "-0";
-    } else if (std::abs(number) < 0x1p53) {
-      out += numberText(number);
-    } else {
-      char buffer[32];
-      out.append(buffer, std::to_chars(buffer, std::end(buffer), number).ptr);
-    }
-    return true;
   }
 
   const Style& style;

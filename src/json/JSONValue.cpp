@@ -86,21 +86,44 @@ std::optional<std::int64_t> JSONValue::exactInteger() const {
   return integer();
 }
 
-std::string numberText(const JSONValue& number) {
-  char buffer[400];
-  std::to_chars_result end{buffer, {}};
-  if (const auto* value = number.floatingPoint()) {
-    // One too large for an integer has no fraction left.
-    const bool whole = number.exactInteger() || (std::isfinite(*value) && std::abs(*value) >= 0x1p63);
-    // Adding 0 takes the sign off a negative zero, which has no digits of its own.
-    end = whole ? std::to_chars(buffer, std::end(buffer), *value + 0.0, std::chars_format::fixed)
-                : std::to_chars(buffer, std::end(buffer), *value);
-  } else if (const auto* large = std::get_if<std::uint64_t>(&number.data)) {
-    end = std::to_chars(buffer, std::end(buffer), *large);
-  } else if (number.isNumber()) {
-    end = std::to_chars(buffer, std::end(buffer), number.integer());
+namespace {
+
+/// Room for a sign and the digits of the largest floating-point number.
+constexpr std::size_t longestNumber = 310;
+
+/// The shortest digits that read back the same, plain from 1e-6 to below `plainBelow`.
+char* writeFloat(char* out, double number, double plainBelow) {
+  char* const limit = out + longestNumber;
+  const double size = std::abs(number);
+  if (size == 0 || (size >= 1e-6 && size < plainBelow))
+    return std::to_chars(out, limit, number, std::chars_format::fixed).ptr;
+  char* end = std::to_chars(out, limit, number, std::chars_format::scientific).ptr;
+  // An exponent has two digits at least here, and one elsewhere: 1e-07.
+  if (end[-3] == '-' && end[-2] == '0') {
+    end[-2] = end[-1];
+    --end;
   }
-  return {buffer, end.ptr};
+  return end;
+}
+
+char* writeNumber(char* out, const JSONValue& number, double plainBelow) {
+  if (const auto* value = number.floatingPoint()) return writeFloat(out, *value, plainBelow);
+  if (const auto* large = std::get_if<std::uint64_t>(&number.data))
+    return std::to_chars(out, out + longestNumber, *large).ptr;
+  return std::to_chars(out, out + longestNumber, number.integer()).ptr;
+}
+
+}  // namespace
+
+void appendNumber(std::string& out, const JSONValue& number) {
+  char digits[longestNumber];
+  out.append(digits, writeNumber(digits, number, 1e21));
+}
+
+std::string numberText(const JSONValue& number) {
+  if (number == JSONValue(0.0)) return "0";
+  char digits[longestNumber];
+  return {digits, writeNumber(digits, number, std::numeric_limits<double>::infinity())};
 }
 
 }  // namespace json

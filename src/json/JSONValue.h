@@ -110,8 +110,13 @@ inline JSONObject& JSONObject::operator=(const JSONObject&) = default;
 inline JSONObject& JSONObject::operator=(JSONObject&&) noexcept = default;
 inline JSONObject::~JSONObject() = default;
 
-/// The digits of a number as a person reads it: a floating-point number without a fractional part as its
-/// integer digits ("3"), any other in the shortest form that reads back the same. Empty for other kinds.
+/// Appends a finite number as JSON: the shortest digits that read back the same, with an exponent below 1e-6
+/// and from 1e21 on (as JavaScript has it: ECMA-262, Number::toString), but exact where they are an
+/// integer's.
+void appendNumber(std::string& out, const JSONValue& number);
+
+/// The same as a person reads it: a number without a fractional part in plain digits whatever its size, and
+/// no negative zero.
 std::string numberText(const JSONValue& number);
 
 }  // namespace json

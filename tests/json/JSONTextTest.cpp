@@ -26,8 +26,17 @@ TEST(JSONText, KeepsTheKindsOfNumbersApart) {
       {"9223372036854775808", large, "9223372036854775808", "9223372036854775808"},
       {"18446744073709551615", large, "18446744073709551615", "18446744073709551615"},
       {"18446744073709551616", floating, "18446744073709551616", "18446744073709551616"},
-      {"1e22", floating, "10000000000000000000000", "1e+22"},
+      {"9007199254740993.0", floating, "9007199254740992", "9007199254740992"},
+      {"1e20", floating, "100000000000000000000", "100000000000000000000"},
+      {"1e21", floating, "1000000000000000000000", "1e+21"},
+      {"100e-6", floating, "0.0001", "0.0001"},
+      {"-0.000025", floating, "-0.000025", "-0.000025"},
+      {"1e-6", floating, "0.000001", "0.000001"},
+      {"0.0000009", floating, "9e-7", "9e-7"},
+      {"1.5e-9", floating, "1.5e-9", "1.5e-9"},
+      {"1e-10", floating, "1e-10", "1e-10"},
       {"5e-324", floating, "5e-324", "5e-324"},
+      {"5e-309", floating, "5e-309", "5e-309"},
       {"1e-400", floating, "0", "0"},
   };
   for (const auto& [source, kind, shown, written] : cases) {
@@ -46,6 +55,7 @@ TEST(JSONText, ReadsBackEveryFloat) {
     if (!std::isfinite(number)) continue;
     const std::string written = text(number, compact).value();
     EXPECT_EQ(parse(written).value().number(), number) << written;
+    EXPECT_EQ(parse(numberText(number)).value().number(), number) << written;
   }
   EXPECT_FALSE(text(JSONArray{std::numeric_limits<double>::infinity()}, compact));
 }
