@@ -1,6 +1,7 @@
 // What the client puts on the wire, and what it makes of servers that answer well, badly, late or not at all.
 #include <thread>
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
@@ -9,6 +10,7 @@
 #include "api/CLICall.h"
 #include "api/Errors.h"
 #include "json/JSONText.h"
+#include "platform/Socket.h"
 #include "support/RawServer.h"
 
 namespace zelto {
@@ -105,6 +107,13 @@ TEST(Exchange, TakesFiftyMegabytes) {
   EXPECT_EQ(outcome().size(), 50'000'004u);
 }
 
+TEST(Exchange, KeepsItsSocketFromChildren) {
+  addrinfo address{};
+  address.ai_family = AF_INET;
+  address.ai_socktype = SOCK_STREAM;
+  EXPECT_EQ(::fcntl(platform::openSocket(address).get(), F_GETFD), FD_CLOEXEC);
+}
+
 TEST(Exchange, TakesSingleBytes) {
   ServedAPI api([](int connection, const std::string&) {
     const int now = 1;
@@ -166,6 +175,9 @@ TEST(ControlFile, IsReadInEveryAllowedForm) {
     EXPECT_EQ(outcome(), unreachable("cannot resolve 127.0.0.1"));
   }
   EXPECT_EQ(api.server.requests().size(), std::size(good));
+  // The system would see the host before the NUL.
+  support::writeFile(path, R"({"host":"127.0.0.1\u0000x","token":"t","port":)" + port + "}");
+  EXPECT_EQ(outcome(), unreachable(std::string("cannot resolve 127.0.0.1\0x", 26)));
 }
 
 TEST(ControlFile, IsFoundWhereTheEnvironmentLeads) {

@@ -26,7 +26,7 @@ TEST(Help, IsAsReviewed) {
   const Zelto zelto;
   int count = 0;
   for (const auto& entry : fs::recursive_directory_iterator(SNAPSHOTS)) {
-    if (!entry.is_regular_file()) continue;
+    if (entry.path().extension() != ".txt") continue;
     const std::string stem = entry.path().stem().string(),
                       width = entry.path().parent_path().filename().string();
     std::string words = stem == "zelto" ? "" : stem;
@@ -40,6 +40,13 @@ TEST(Help, IsAsReviewed) {
     ++count;
   }
   EXPECT_GT(count, 40);
+  // Where no variable tells the width it is the terminal's, and without a terminal 80.
+  const std::string help80 = support::contentsOf(SNAPSHOTS "/80/zelto.txt"),
+                    help40 = support::contentsOf(SNAPSHOTS "/40/zelto.txt");
+  EXPECT_EQ(zelto.shell("zelto --help").output, help80);
+  EXPECT_EQ(zelto.shell("COLUMNS=x zelto --help").output, help80);
+  EXPECT_EQ(zelto.shell("stty columns 40; zelto --help", "", true).output, help40);
+  EXPECT_EQ(zelto.shell("stty columns 0; zelto --help", "", true).output, help80);
 }
 
 }  // namespace

@@ -51,9 +51,9 @@ TEST(Story, AsksBeforeItDeletes) {
   const std::string list =
       support::response(R"([{"id":"aaaa","name":"First"},{"id":"bbbb","name":"Second"}])");
   const std::tuple<std::string, std::string, bool> cases[] = {
-      {"aaaa", "y\n", true},    {"aaaa", "YES\n", true}, {"aaaa bbbb", "yes\n", true},
-      {"aaaa", "n\n", false},   {"aaaa", " y\n", false}, {"aaaa", "y \n", false},
-      {"aaaa", "yep\n", false}, {"aaaa", "\n", false},   {"aaaa bbbb", "\x04", false}};
+      {"aaaa", "y\n", true},    {"aaaa", "YES\r\n", true}, {"aaaa bbbb", "yes\n", true},
+      {"aaaa", "n\n", false},   {"aaaa", " y\n", false},   {"aaaa", "y \n", false},
+      {"aaaa", "yep\n", false}, {"aaaa", "\n", false},     {"aaaa bbbb", "\x04", false}};
   for (const auto& [rules, answer, deleted] : cases) {
     for (const char* way : {"", " | cat"}) {
       const support::RawServer server({list});

@@ -65,6 +65,12 @@ std::vector<Expectation> expectationsIn(const std::string& file) {
   return result;
 }
 
+std::string toolCall(const std::string& call) {
+  const std::size_t blank = call.find(' ');
+  return R"({"id":9,"method":"tools/call","params":{"name":")" + call.substr(0, blank) + R"(","arguments":)" +
+         call.substr(blank) + "}}\n";
+}
+
 std::string marked(std::string text) {
   static const std::regex style("\x1b\\[([0-9]+)m");
   return replaced(std::regex_replace(text, style, "<$1>"), "<0>", "</>");

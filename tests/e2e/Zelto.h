@@ -23,7 +23,7 @@ struct Expectation {
 
 /// The program beside a stand-in of its own.
 struct Zelto : support::Application {
-  Zelto() : Application(ZELTO, STANDIN) {}
+  explicit Zelto(const std::string& program = ZELTO) : Application(program, STANDIN) {}
 
   /// Leads the program to a server of the test.
   void lookAt(const support::RawServer& server) {
@@ -41,6 +41,9 @@ struct Zelto : support::Application {
 /// text" gives a text a name, by which "<" lines can call it. A dot at the end of a text holds the blanks
 /// before it.
 std::vector<Expectation> expectationsIn(const std::string& file);
+
+/// The line by which an agent calls a tool: "NAME ARGUMENTS", the arguments as JSON.
+std::string toolCall(const std::string& call);
 
 /// The text with its escape sequences as marks: "<32>on</>" is a green "on".
 std::string marked(std::string text);

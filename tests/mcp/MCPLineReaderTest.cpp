@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <malloc.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -16,10 +17,11 @@ using Lines = std::vector<std::string>;
 /// The lines of what is written piece by piece, each once the one before has been read.
 Lines linesOf(const std::vector<std::string>& pieces) {
   int ends[2];
+  // Neither end may mistake a pipe that is empty or full for its end.
   EXPECT_EQ(::pipe2(ends, O_NONBLOCK), 0);
   std::thread writer([&] {
     for (const std::string& piece : pieces) {
-      platform::writeAll(ends[1], piece);
+      EXPECT_TRUE(platform::writeAll(ends[1], piece));
       for (int waiting = 1; waiting > 0; std::this_thread::yield()) ::ioctl(ends[1], FIONREAD, &waiting);
     }
     ::close(ends[1]);
@@ -49,6 +51,19 @@ TEST(MCPLineReader, CutsWhatArrives) {
        {aChunk, twoChunks, "b", large, "c", aChunk}},
   };
   for (const auto& [pieces, lines] : cases) EXPECT_EQ(linesOf(pieces), lines);
+}
+
+TEST(MCPLineReader, GivesBackWhatALongLineTook) {
+  int ends[2];
+  ASSERT_EQ(::pipe(ends), 0);
+  MCPLineReader reader(ends[0]);
+  std::thread writer([&] { platform::writeAll(ends[1], std::string(5'000'000, 'x') + "\n"); });
+  EXPECT_EQ(reader.nextLine().size(), 5'000'000u);
+  writer.join();
+  // This line too is too long to stand within the buffer's own object.
+  platform::writeAll(ends[1], std::string(1000, 'y') + "\n");
+  EXPECT_LT(::malloc_usable_size(const_cast<char*>(reader.nextLine().data())), 100'000u);
+  for (const int end : ends) ::close(end);
 }
 
 }  // namespace

@@ -14,13 +14,15 @@
 namespace support {
 namespace {
 
-/// A terminal that does not echo what is typed: its outer end, and the one that programs hold.
+/// A terminal that passes on what is typed unchanged and does not echo it: its outer end, and the one that
+/// programs hold.
 void openTerminal(int (&ends)[2], const std::string& typed) {
   const winsize size{25, 80, 0, 0};
   if (::openpty(&ends[0], &ends[1], nullptr, nullptr, &size) != 0) throw std::runtime_error("no terminal");
   termios settings{};
   ::tcgetattr(ends[1], &settings);
   settings.c_lflag &= ~static_cast<tcflag_t>(ECHO);
+  settings.c_iflag &= ~static_cast<tcflag_t>(ICRNL);
   ::tcsetattr(ends[1], TCSANOW, &settings);
   if (::write(ends[0], typed.data(), typed.size()) < 0) throw std::runtime_error("cannot type");
 }
