@@ -38,18 +38,5 @@ TEST(Follow, ShowsRowsAsAnotherProcessFiresRules) {
   }
 }
 
-TEST(Follow, SurvivesARestartOfTheAPI) {
-  const Zelto zelto;
-  ASSERT_EQ(zelto.shell("zelto api start").status, 0);
-  Running events(zelto, "zelto events --follow");
-  ASSERT_TRUE(events.shows("powerConnected"));
-  EXPECT_EQ(zelto.shell("zelto api stop").status, 0);
-  ASSERT_TRUE(events.shows("Starting Zelto's local API…\n"));
-  // The follow itself must bring it up again.
-  ASSERT_EQ(zelto.shell("until zelto api | grep -q running; do sleep 0.1; done").status, 0);
-  EXPECT_EQ(zelto.shell("zelto rules fire 'Sort downloads'").status, 0);
-  EXPECT_TRUE(events.shows("fileName=report.pdf"));
-}
-
 }  // namespace
 }  // namespace zelto

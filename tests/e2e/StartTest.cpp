@@ -32,22 +32,23 @@ struct Launched : support::Application {
     environment["ZELTO_CONTROL_FILE"] = home / "control.json";
     support::writeFile(home / "ready.json", server.controlFile());
   }
-  support::Outcome run(const std::string& launcher, const std::string& command) const {
+  support::Outcome run(const std::string& launcher, const std::string& command,
+                       const std::string& input = {}) const {
     for (const char* name : {"launcher", "calls", "control.json"}) fs::remove(home / name);
     if (!launcher.empty()) {
       support::writeFile(home / "launcher", "#!/bin/sh\nprintf '%s|' \"$@\" >>calls\n" + launcher);
       fs::permissions(home / "launcher", fs::perms::owner_all);
     }
-    return shell(command);
+    return shell(command, input);
   }
 
   support::RawServer server{[this](int connection, const std::string& request) {
     // With a file of that name the API does not answer yet, or is off once it has answered.
     if (fs::remove(home / "early")) return;
     if (fs::remove(home / "fleeting")) fs::remove(home / "control.json");
-    support::sendBytes(connection, request.starts_with("GET /groups")
-                                       ? support::response(R"({"error":"busy"})", 503)
-                                       : support::response(R"({"version":"1.4.2"})"));
+    const bool isBusy = request.starts_with("GET /groups") || request.find("wait=") != request.npos;
+    support::sendBytes(connection, isBusy ? support::response(R"({"error":"busy"})", 503)
+                                          : support::response(R"({"version":"1.4.2"})"));
   }};
 };
 
@@ -91,6 +92,8 @@ TEST(Start, ReportsWhatWentWrong) {
       {"head -c 300000 /dev/zero | tr '\\0' x >&2", "zelto api start", "",
        "could not reach Zelto: " + std::string(300000, 'x')},
       {on, "zelto groups", first, "HTTP 503: busy"},
+      // A follow starts it again, then repeats its poll.
+      {on, on + "; touch fleeting; zelto watch --only actions", first, "HTTP 503: busy"},
       {on + "; touch fleeting", "zelto rules", first, "Zelto's local API could not be started."},
       {"exit", "zelto rules -t 60", first,
        "asked Zelto to start its API but it did not come up in time. Open Zelto and check Settings, AI "
@@ -103,6 +106,14 @@ TEST(Start, ReportsWhatWentWrong) {
     EXPECT_EQ(outcome.error, notice + "Error: " + error + "\n");
     EXPECT_EQ(outcome.status, 1);
   }
+  // The server ignores SIGPIPE; what it starts does not.
+  EXPECT_EQ(
+      zelto
+          .run("sh -c 'kill -PIPE $$; echo SIGPIPE is ignored >&2'; " + on, "zelto mcp serve",
+               toolCall("zelto_start_server {}"))
+          .output,
+      R"({"jsonrpc":"2.0","id":9,"result":{"content":[{"text":"{\n  \"version\": \"1.4.2\"\n}","type":"text"}]}})"
+      "\n");
   // None of these is a failure: a complaint that is no text, a first silence, no API to stop.
   EXPECT_EQ(zelto.run("printf '\\377' >&2; touch early; " + on, "zelto api start").output, "Running 1.4.2\n");
   EXPECT_EQ(zelto.run("", "zelto api stop").output, "Stopped and it stays off until it is started again\n");
