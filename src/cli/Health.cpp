@@ -1,8 +1,8 @@
 #include "cli/Health.h"
 
-#include "api/CLICall.h"
-#include "api/Wire.h"
+#include "cli/CLICall.h"
 #include "cli/Out.h"
+#include "client/Wire.h"
 
 namespace zelto {
 
@@ -13,7 +13,7 @@ ArgumentParser::Declaration Health::declaration() {
 
 void Health::run() const {
   options.apply();
-  const JSONObject health = expectObject(cliCall("GET", "/health"));
+  const JSONObject health = expectObject(cliCall({"GET", "/health"}));
   if (jsonMode) return Out::json(health);
   Out::fields({{"version", Out::text(health, "version")},
                {"profile", Out::text(health, "activeProfile")},

@@ -7,7 +7,7 @@
 
 #include <unistd.h>
 
-#include "api/CLICall.h"
+#include "cli/CLICall.h"
 #include "platform/Terminal.h"
 
 namespace zelto {
@@ -41,7 +41,7 @@ void GlobalOptions::arguments(ArgumentParser::Arguments<GlobalOptions>& it) {
   it.option(&GlobalOptions::timeout, "timeout",
             {.help = "Seconds to wait on the app",
              .name = ArgumentParser::shortAndLong,
-             .defaultValue = 15.0,
+             .defaultValue = timeouts::usual,
              .transform = parseSeconds});
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "ArgumentParser/ArgumentParser.h"
+#include "client/Timeouts.h"
 
 namespace zelto {
 
@@ -25,7 +26,7 @@ struct OutputOptions {
 /// `OutputOptions` and the time-out of requests.
 struct GlobalOptions {
   OutputOptions output;
-  double timeout = 15;  ///< seconds
+  double timeout = timeouts::usual;  ///< seconds
 
   static void arguments(ArgumentParser::Arguments<GlobalOptions>& it);
   /// Writes the settings. A command calls this before anything else.

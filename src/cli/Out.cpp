@@ -4,8 +4,8 @@
 #include <chrono>
 #include <cstdio>
 
-#include "api/Wire.h"
 #include "cli/Options.h"
+#include "client/Wire.h"
 #include "json/JSONText.h"
 #include "platform/Clock.h"
 #include "platform/Streams.h"

@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "api/APICall.h"
+#include "client/APICall.h"
 
 namespace zelto::Out {
 

@@ -1,10 +1,12 @@
 #include "commands/Api.h"
 
-#include "api/CLICall.h"
-#include "api/ControlFile.h"
-#include "api/Errors.h"
-#include "api/StartOnDemand.h"
+#include "cli/CLICall.h"
+#include "cli/CLIError.h"
 #include "cli/Out.h"
+#include "client/ControlFile.h"
+#include "client/Errors.h"
+#include "client/StartAPI.h"
+#include "client/Timeouts.h"
 
 namespace zelto {
 namespace {
@@ -25,7 +27,7 @@ std::optional<APICredentials> credentialsIfOn() {
 /// Asks without starting anything, also where the API goes away between two looks at it.
 std::optional<JSONObject> healthIfAnswering() {
   try {
-    return expectObject(apiCall("GET", "/health", std::nullopt, {}, requestTimeout));
+    return expectObject(apiCall({.method = "GET", .path = "/health", .timeout = requestTimeout}));
   } catch (const std::exception&) {
     return std::nullopt;
   }
@@ -80,7 +82,7 @@ void Api::Start::run() const {
   options.apply();
   JSONValue health;
   try {
-    health = ensureAPIRunning(startTimeout);
+    health = ensureAPIRunning(timeouts::start);
   } catch (const MCPError& error) {
     throw CLIError(error.message);
   }

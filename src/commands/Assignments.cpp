@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <charconv>
 
-#include "api/Errors.h"
+#include "cli/CLIError.h"
 #include "text/Unicode.h"
 
 namespace zelto {

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "api/APICall.h"
+#include "client/APICall.h"
 
 namespace zelto {
 

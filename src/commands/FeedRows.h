@@ -1,9 +1,9 @@
 // How the entries of the two feeds read on the screen.
 #pragma once
 
-#include "api/APICall.h"
-#include "api/Wire.h"
 #include "cli/Out.h"
+#include "client/APICall.h"
+#include "client/Wire.h"
 
 namespace zelto {
 

@@ -1,8 +1,8 @@
 #include "commands/Feeds.h"
 
-#include "api/CLICall.h"
-#include "api/Errors.h"
-#include "api/StartOnDemand.h"
+#include "cli/CLICall.h"
+#include "cli/CLIError.h"
+#include "client/Timeouts.h"
 #include "commands/FeedRows.h"
 
 namespace zelto {
@@ -11,28 +11,24 @@ namespace {
 using ArgumentParser::command;
 
 constexpr std::int64_t watchedTail = 10;
-constexpr double longPoll = 25;
-/// `watch` alternates between the feeds, so that an entry in the other one waits at most this long.
-constexpr double alternatingPoll = 12.5;
-/// Above what the application holds a poll, so that the hold itself never runs into the time-out.
-constexpr double pollMargin = 20;
 
-/// A long poll for what is newer than `since`. It goes past `cliCall`, for its time-out follows the wait.
+/// A long poll for what is newer than `since`. Its time-out follows the wait, whatever `--timeout` says.
 JSONObject feedPoll(const FeedKind& kind, std::int64_t since, double wait) {
-  return expectObject(startingOnDemand([&] {
-    return apiCall("GET", kind.path, std::nullopt, {{"since", since}, {"wait", wait}}, wait + pollMargin);
-  }));
+  return expectObject(cliCall({.method = "GET",
+                               .path = kind.path,
+                               .query = {{"since", since}, {"wait", wait}},
+                               .timeout = wait + timeouts::pollMargin}));
 }
 
 void followFeed(const FeedKind& kind, std::int64_t count, bool follow, std::optional<std::int64_t> since,
                 bool verbose) {
   const Query query = since ? Query{{"since", *since}} : Query{{"limit", count}};
-  JSONObject response = expectObject(cliCall("GET", kind.path, {}, query));
+  JSONObject response = expectObject(cliCall({"GET", kind.path, query}));
   if (jsonMode && !follow) return Out::json(std::move(response));
   printFeedBatch(kind, response, verbose);
   if (!follow) return;
   for (;;) {
-    response = feedPoll(kind, integerIn(response, "lastSeq"), longPoll);
+    response = feedPoll(kind, integerIn(response, "lastSeq"), timeouts::poll);
     printFeedBatch(kind, response, verbose);
   }
 }
@@ -48,10 +44,10 @@ void followFeed(const FeedKind& kind, std::int64_t count, bool follow, std::opti
     feed.last = integerIn(response, "lastSeq");
   };
   for (Feed& feed : feeds) {
-    take(feed, expectObject(cliCall("GET", feed.kind.path, {}, {{"limit", watchedTail}})));
+    take(feed, expectObject(cliCall({"GET", feed.kind.path, {{"limit", watchedTail}}})));
   }
   for (;;) {
-    for (Feed& feed : feeds) take(feed, feedPoll(feed.kind, feed.last, alternatingPoll));
+    for (Feed& feed : feeds) take(feed, feedPoll(feed.kind, feed.last, timeouts::alternatingPoll));
   }
 }
 

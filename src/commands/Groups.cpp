@@ -1,8 +1,8 @@
 #include "commands/Groups.h"
 
-#include "api/CLICall.h"
-#include "api/Wire.h"
+#include "cli/CLICall.h"
 #include "cli/Out.h"
+#include "client/Wire.h"
 
 namespace zelto {
 namespace {
@@ -16,7 +16,7 @@ std::string pathOf(const std::string& name) {
 }
 
 void switchGroup(const std::string& name, const char* suffix, const std::string& marker) {
-  const JSONValue response = cliCall("POST", pathOf(name) + suffix);
+  const JSONValue response = cliCall({"POST", pathOf(name) + suffix});
   if (jsonMode) return Out::json(response);
   Out::line(marker + " every rule in " + name);
 }
@@ -35,7 +35,7 @@ ArgumentParser::Declaration Groups::List::declaration() {
 
 void Groups::List::run() const {
   options.apply();
-  JSONArray groups = expectList(cliCall("GET", "/groups"));
+  JSONArray groups = expectList(cliCall({"GET", "/groups"}));
   if (jsonMode) return Out::json(std::move(groups));
   if (groups.empty()) return Out::line("No groups yet.");
   std::vector<Out::Column> columns{{"RULES", Style::dim}, {"NAME"}};
@@ -82,7 +82,8 @@ ArgumentParser::Declaration Groups::Rename::declaration() {
 
 void Groups::Rename::run() const {
   options.apply();
-  const JSONValue response = cliCall("PATCH", pathOf(name), JSONObject{{"name", newName}});
+  const JSONValue response =
+      cliCall({.method = "PATCH", .path = pathOf(name), .body = JSONObject{{"name", newName}}});
   if (jsonMode) return Out::json(response);
   Out::line(name + " is now " + newName);
 }

@@ -1,9 +1,9 @@
 #include "commands/Profiles.h"
 
-#include "api/CLICall.h"
-#include "api/Resolve.h"
-#include "api/Wire.h"
+#include "cli/CLICall.h"
 #include "cli/Out.h"
+#include "cli/Resolve.h"
+#include "client/Wire.h"
 
 namespace zelto {
 namespace {
@@ -26,7 +26,7 @@ ArgumentParser::Declaration Profiles::List::declaration() {
 
 void Profiles::List::run() const {
   options.apply();
-  JSONArray profiles = expectList(cliCall("GET", "/profiles"));
+  JSONArray profiles = expectList(cliCall({"GET", "/profiles"}));
   if (jsonMode) return Out::json(std::move(profiles));
   if (profiles.empty()) return Out::line("No profiles yet.");
   std::vector<Out::Column> columns{{""}, {"ID", Style::dim}, {"RULES", Style::dim}, {"NAME"}};
@@ -52,7 +52,7 @@ void Profiles::Add::run() const {
   options.apply();
   JSONObject body{{"name", name}};
   if (icon) body.set("icon", *icon);
-  const JSONValue response = cliCall("POST", "/profiles", body);
+  const JSONValue response = cliCall({.method = "POST", .path = "/profiles", .body = body});
   if (jsonMode) return Out::json(response);
   Out::line(Out::paint("Created", Style::green) + " " + name);
 }
@@ -67,7 +67,7 @@ ArgumentParser::Declaration Profiles::Activate::declaration() {
 void Profiles::Activate::run() const {
   options.apply();
   const Resolved profile = resolveProfile(id);
-  const JSONValue response = cliCall("POST", "/profiles/" + percentEncode(profile.id) + "/activate");
+  const JSONValue response = cliCall({"POST", "/profiles/" + percentEncode(profile.id) + "/activate"});
   if (jsonMode) return Out::json(response);
   Out::line(Out::paint("Active", Style::green) + " " + profile.name);
 }

@@ -1,8 +1,8 @@
 #include "commands/Reference.h"
 
-#include "api/CLICall.h"
-#include "api/Wire.h"
+#include "cli/CLICall.h"
 #include "cli/Out.h"
+#include "client/Wire.h"
 
 namespace zelto {
 
@@ -19,7 +19,7 @@ ArgumentParser::Declaration Docs::declaration() {
 void Docs::run() const {
   options.apply();
   if (!topic) return Out::table({{"TOPIC", {}, {"context", "trigger-context", "applescript-context"}}});
-  const JSONObject docs = expectObject(cliCall("GET", "/docs/" + percentEncode(*topic)));
+  const JSONObject docs = expectObject(cliCall({"GET", "/docs/" + percentEncode(*topic)}));
   if (jsonMode) return Out::json(docs);
   Out::line(Out::text(docs, "markdown"));
 }
@@ -41,7 +41,7 @@ void Prompt::run() const {
   options.apply();
   Query query{{"kind", kind}, {"runner", runner}};
   if (sub) query["subEvent"] = *sub;
-  const JSONObject prompt = expectObject(cliCall("GET", "/generator/prompt", {}, query));
+  const JSONObject prompt = expectObject(cliCall({"GET", "/generator/prompt", query}));
   if (jsonMode) return Out::json(prompt);
   Out::line(Out::text(prompt, "systemPrompt"));
 }
@@ -53,7 +53,7 @@ ArgumentParser::Declaration Runners::declaration() {
 
 void Runners::run() const {
   options.apply();
-  const JSONObject runners = expectObject(cliCall("GET", "/runners"));
+  const JSONObject runners = expectObject(cliCall({"GET", "/runners"}));
   if (jsonMode) return Out::json(runners);
   Out::table({{"PRESET", {}, stringsIn(runners, "presets")}});
   const std::string note = Out::text(runners, "note"), custom = Out::text(runners, "custom");

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "api/Wire.h"
 #include "cli/Out.h"
+#include "client/Wire.h"
 #include "text/Unicode.h"
 
 namespace zelto {

@@ -1,7 +1,7 @@
 // How one rule reads on the screen.
 #pragma once
 
-#include "api/APICall.h"
+#include "client/APICall.h"
 
 namespace zelto {
 

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 
-#include "api/CLICall.h"
-#include "api/Errors.h"
-#include "api/Resolve.h"
-#include "api/Wire.h"
+#include "cli/CLICall.h"
+#include "cli/CLIError.h"
 #include "cli/Out.h"
+#include "cli/Resolve.h"
+#include "client/Wire.h"
 #include "commands/Assignments.h"
 #include "commands/RuleDisplay.h"
 #include "platform/Streams.h"
@@ -30,7 +30,7 @@ std::string pathOf(const Resolved& rule) {
 void switchRules(const std::vector<std::string>& refs, bool on) {
   for (const std::string& ref : refs) {
     const Resolved rule = resolveRule(ref);
-    cliCall("POST", pathOf(rule) + (on ? "/enable" : "/disable"));
+    cliCall({"POST", pathOf(rule) + (on ? "/enable" : "/disable")});
     Out::line((on ? Out::paint("on ", Style::green) : Out::paint("off", Style::dim)) + " " + rule.name);
     Out::flush();
   }
@@ -69,7 +69,7 @@ ArgumentParser::Declaration Rules::List::declaration() {
 
 void Rules::List::run() const {
   options.apply();
-  JSONArray rules = expectList(cliCall("GET", "/rules", {}, {{"scope", scope}}));
+  JSONArray rules = expectList(cliCall({"GET", "/rules", {{"scope", scope}}}));
   if (group) {
     std::erase_if(rules, [wanted = text::folded(*group)](const JSONValue& rule) {
       return text::folded(Out::text(*rule.object(), "group")) != wanted;
@@ -102,7 +102,7 @@ ArgumentParser::Declaration Rules::Show::declaration() {
 
 void Rules::Show::run() const {
   options.apply();
-  const JSONObject rule = expectObject(cliCall("GET", pathOf(resolveRule(id))));
+  const JSONObject rule = expectObject(cliCall({"GET", pathOf(resolveRule(id))}));
   jsonMode ? Out::json(rule) : printRule(rule);
 }
 
@@ -136,7 +136,7 @@ void Rules::Add::run() const {
   if (group) body.set("group", *group);
   if (action) body.set("action", *action);
   body.set("enabled", !disabled);
-  const JSONObject rule = expectObject(cliCall("POST", "/rules", body));
+  const JSONObject rule = expectObject(cliCall({.method = "POST", .path = "/rules", .body = body}));
   if (jsonMode) return Out::json(rule);
   Out::line(Out::paint("Created", Style::green) + " " + shortId(Out::text(rule, "id")));
   printRule(rule);
@@ -159,7 +159,8 @@ void Rules::Set::run() const {
     throw CLIError("nothing to set. Pass field=value pairs, see: zelto rules show " + id);
   }
   const std::string path = pathOf(resolveRule(id));
-  const JSONObject rule = expectObject(cliCall("PATCH", path, parseAssignments(assignments)));
+  const JSONObject rule =
+      expectObject(cliCall({.method = "PATCH", .path = path, .body = parseAssignments(assignments)}));
   if (jsonMode) return Out::json(rule);
   Out::line(Out::paint("Updated", Style::green) + " " + Out::text(rule, "name"));
   printRule(rule);
@@ -179,7 +180,7 @@ void Rules::Remove::run() const {
   for (const std::string& ref : ids) rules.push_back(resolveRule(ref));
   if (!force && platform::isTerminal(0)) confirmRemoval(rules);
   for (const Resolved& rule : rules) {
-    cliCall("DELETE", pathOf(rule));
+    cliCall({"DELETE", pathOf(rule)});
     Out::line(Out::paint("Deleted", Style::red) + " " + rule.name);
     Out::flush();
   }
@@ -219,7 +220,7 @@ ArgumentParser::Declaration Rules::Fire::declaration() {
 void Rules::Fire::run() const {
   options.apply();
   const Resolved rule = resolveRule(id);
-  cliCall("POST", pathOf(rule) + "/fire");
+  cliCall({"POST", pathOf(rule) + "/fire"});
   Out::line(Out::paint("Fired", Style::yellow) + " " + rule.name);
   Out::line(Out::paint("What it did shows up in: zelto history", Style::dim));
 }

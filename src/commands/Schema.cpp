@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
-#include "api/CLICall.h"
-#include "api/Errors.h"
-#include "api/Wire.h"
+#include "cli/CLICall.h"
+#include "cli/CLIError.h"
 #include "cli/Out.h"
+#include "client/Wire.h"
 #include "text/Unicode.h"
 
 namespace zelto {
@@ -63,7 +63,7 @@ ArgumentParser::Declaration Schema::declaration() {
 
 void Schema::run() const {
   options.apply();
-  JSONObject schema = expectObject(cliCall("GET", "/schema"));
+  JSONObject schema = expectObject(cliCall({"GET", "/schema"}));
   if (jsonMode) return Out::json(std::move(schema));
   const JSONArray types = objectsIn(schema, "triggerTypes");
   if (!trigger) return printTypes(types);

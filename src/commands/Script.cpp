@@ -2,10 +2,11 @@
 
 #include <unistd.h>
 
-#include "api/CLICall.h"
-#include "api/Errors.h"
-#include "api/Wire.h"
+#include "cli/CLICall.h"
+#include "cli/CLIError.h"
 #include "cli/Out.h"
+#include "client/Timeouts.h"
+#include "client/Wire.h"
 #include "platform/Environment.h"
 #include "platform/FileDescriptor.h"
 #include "platform/Files.h"
@@ -17,9 +18,6 @@ namespace {
 using ArgumentParser::command;
 using ArgumentParser::type;
 using Out::Style;
-
-/// Above the script's own limit, so that the application has time to report that it ran into it.
-constexpr double reportMargin = 20;
 
 std::string readScript(const std::string& file) {
   if (file == "-") {
@@ -87,8 +85,10 @@ void Script::Test::run() const {
   if (text::trimmed(script).empty()) throw CLIError("the script is empty");
   JSONObject body{{"runner", runner}, {"script", std::move(script)}, {"timeout", timeout}};
   if (!value.empty()) body.set("values", parseValues(value));
-  const JSONObject result =
-      expectObject(cliCall("POST", "/scripts", std::move(body), {}, timeout + reportMargin));
+  const JSONObject result = expectObject(cliCall({.method = "POST",
+                                                  .path = "/scripts",
+                                                  .body = std::move(body),
+                                                  .timeout = timeout + timeouts::scriptMargin}));
   if (jsonMode) return Out::json(result);
 
   const std::int64_t exitCode = integerIn(result, "exitCode");

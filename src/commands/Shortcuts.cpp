@@ -1,8 +1,8 @@
 #include "commands/Shortcuts.h"
 
-#include "api/CLICall.h"
-#include "api/Wire.h"
+#include "cli/CLICall.h"
 #include "cli/Out.h"
+#include "client/Wire.h"
 
 namespace zelto {
 namespace {
@@ -50,7 +50,7 @@ ArgumentParser::Declaration Shortcuts::List::declaration() {
 
 void Shortcuts::List::run() const {
   options.apply();
-  const JSONObject shortcuts = expectObject(cliCall("GET", "/shortcuts"));
+  const JSONObject shortcuts = expectObject(cliCall({"GET", "/shortcuts"}));
   if (jsonMode) return Out::json(shortcuts);
   const JSONArray bundled = objectsIn(shortcuts, "builtin"), installed = objectsIn(shortcuts, "installed");
   if (!bundled.empty()) printBundled(bundled);
@@ -70,7 +70,8 @@ ArgumentParser::Declaration Shortcuts::Install::declaration() {
 
 void Shortcuts::Install::run() const {
   options.apply();
-  const JSONObject response = expectObject(cliCall("POST", "/shortcuts/install", JSONObject{{"name", name}}));
+  const JSONObject response = expectObject(
+      cliCall({.method = "POST", .path = "/shortcuts/install", .body = JSONObject{{"name", name}}}));
   if (jsonMode) return Out::json(response);
   Out::line(Out::paint("Opened", Style::green) + " " + Out::text(response, "opened"));
   Out::line(Out::paint("Accept it in the Shortcuts window to finish.", Style::dim));

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "api/Errors.h"
+#include "cli/CLIError.h"
 #include "cli/Out.h"
 #include "install/MCPInstaller.h"
 #include "mcp/MCPServer.h"

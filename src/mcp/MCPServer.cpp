@@ -6,11 +6,12 @@
 
 #include <unistd.h>
 
-#include "api/ControlFile.h"
-#include "api/Errors.h"
+#include "client/ControlFile.h"
+#include "client/Errors.h"
+#include "client/Wire.h"
 #include "json/JSONText.h"
 #include "mcp/MCPLineReader.h"
-#include "mcp/ToolCatalogue.h"
+#include "mcp/Tool.h"
 #include "platform/Environment.h"
 #include "platform/FileDescriptor.h"
 
@@ -19,16 +20,11 @@ namespace {
 
 constexpr int methodNotFound = -32601;
 
-const std::string* stringMember(const JSONObject& object, std::string_view key) {
-  const JSONValue* value = object.find(key);
-  return value != nullptr ? value->string() : nullptr;
-}
-
 /// An object of another kind, or none, reads as an empty one.
-const JSONObject& objectMember(const JSONObject& object, std::string_view key) {
+const JSONObject& objectIn(const JSONObject& object, std::string_view key) {
   static const JSONObject none;
-  const JSONValue* value = object.find(key);
-  return value != nullptr && value->object() ? *value->object() : none;
+  const JSONObject* value = memberOf(object, key).object();
+  return value != nullptr ? *value : none;
 }
 
 /// A diagnostic that cannot be written has no other place to go.
@@ -56,7 +52,7 @@ void sendError(const JSONValue& id, int code, const std::string& message) {
 }
 
 JSONObject initializeResult(const JSONObject& params) {
-  const std::string* version = stringMember(params, "protocolVersion");
+  const std::string* version = memberOf(params, "protocolVersion").string();
   return {{"protocolVersion", version != nullptr ? *version : "2024-11-05"},
           {"capabilities", JSONObject{{"tools", JSONObject()}}},
           {"serverInfo", JSONObject{{"name", "zelto-mcp"}, {"version", platform::versionText()}}}};
@@ -117,27 +113,25 @@ JSONObject outcome(const MCPTool& tool, const JSONObject& arguments) {
 }
 
 void handleToolCall(const JSONValue& id, const JSONObject& params) {
-  const std::string* given = stringMember(params, "name");
-  const std::string name = given != nullptr ? *given : "";
+  const std::string name = stringIn(params, "name");
   const auto tool = toolsByName().find(name);
   if (tool == toolsByName().end()) return sendResult(id, toolFailure("unknown tool: " + name));
-  const JSONObject& arguments = objectMember(params, "arguments");
+  const JSONObject& arguments = objectIn(params, "arguments");
   const std::string missing = missingArguments(*tool->second, arguments);
   if (!missing.empty()) return sendResult(id, toolFailure(name + " needs " + missing));
   sendResult(id, outcome(*tool->second, arguments));
 }
 
 void handleMessage(const JSONObject& message) {
-  static const JSONValue noID;
-  const JSONValue* givenID = message.find("id");
-  const JSONValue& id = givenID != nullptr ? *givenID : noID;
-  const std::string* method = stringMember(message, "method");
+  const bool hasID = message.contains("id");
+  const JSONValue& id = memberOf(message, "id");
+  const std::string* method = memberOf(message, "method").string();
   if (method == nullptr) {
     log("ignoring response with no method: " +
-        (givenID != nullptr ? json::text(id, json::compact).value_or(std::string()) : "nil"));
+        (hasID ? json::text(id, json::compact).value_or(std::string()) : "nil"));
     return;
   }
-  const JSONObject& params = objectMember(message, "params");
+  const JSONObject& params = objectIn(message, "params");
   if (*method == "initialize") {
     sendResult(id, initializeResult(params));
   } else if (*method == "notifications/initialized") {
@@ -148,7 +142,7 @@ void handleMessage(const JSONObject& message) {
     sendMessage(id, "result", toolList());
   } else if (*method == "tools/call") {
     handleToolCall(id, params);
-  } else if (givenID != nullptr) {
+  } else if (hasID) {
     sendError(id, methodNotFound, "method not found: " + *method);
   }
 }

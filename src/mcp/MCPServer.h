@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "mcp/ToolHandlers.h"
+#include "mcp/Tool.h"
 
 namespace zelto {
 

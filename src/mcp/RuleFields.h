@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "api/APICall.h"
+#include "client/APICall.h"
 
 namespace zelto {
 

@@ -1,27 +1,14 @@
-// The tools that the server offers to an agent: their names, the texts that teach their use, the schemas of
-// their arguments.
+// The tools that the server offers to an agent, one row each. A new tool is a row here; what the server needs
+// of it is made from the row (Tool.h).
 #pragma once
 
-#include <map>
-#include <string_view>
 #include <vector>
 
-#include "mcp/ToolHandlers.h"
+#include "mcp/Tool.h"
 
 namespace zelto {
 
-/// One tool.
-struct MCPTool {
-  std::string_view name;
-  std::string_view description;
-  JSONObject inputSchema;  ///< JSON Schema of the arguments, an object
-  ToolHandler handler;
-};
-
-/// The catalogue in the order in which agents see it; built on first use.
-const std::vector<MCPTool>& tools();
-
-/// From a tool's name to the tool; built on first use.
-const std::map<std::string_view, const MCPTool*>& toolsByName();
+/// All tools, in the order in which agents see them.
+const std::vector<ToolDeclaration>& toolDeclarations();
 
 }  // namespace zelto

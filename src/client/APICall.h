@@ -17,16 +17,26 @@ using json::JSONValue;
 /// Query parameters; one without a value, or with JSON null, is left out of the URL.
 using Query = std::map<std::string, std::optional<JSONValue>>;
 
+/// What a call asks for.
+struct APIRequest {
+  std::string_view method;  ///< "GET", "POST", "PATCH" or "DELETE"
+  std::string path;         ///< percent-encoded, without a query
+  Query query = {};
+  std::optional<JSONValue> body = {};
+  std::optional<double> timeout =
+      {};  ///< seconds, cut to whole ones; without it, what is usual for the caller
+};
+
 /// `text` with every byte but ASCII letters, digits, "-", ".", "_" and "~" as "%" and two upper-case
 /// hexadecimal digits.
 std::string percentEncode(std::string_view text);
 
-/// `path` and the query string, its keys sorted.
-std::string requestTarget(std::string_view path, const Query& query);
+/// A value as it reads in a path, a query or an error: strings and numbers plain, anything else as compact
+/// JSON.
+std::string argumentText(const JSONValue& value);
 
 /// Reads the control file, makes one exchange and returns the response's JSON; an absent or unreadable body
-/// reads as an empty object. `path` is percent-encoded, `timeout` in seconds. Raises `MCPError`.
-JSONValue apiCall(std::string_view method, std::string_view path, const std::optional<JSONValue>& body,
-                  const Query& query, double timeout);
+/// reads as an empty object. Raises `MCPError`.
+JSONValue apiCall(const APIRequest& request);
 
 }  // namespace zelto

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "api/APICall.h"
+#include "client/APICall.h"
 
 namespace zelto {
 
@@ -21,6 +21,9 @@ std::int64_t integerIn(const JSONObject& object, std::string_view key);
 
 /// Whether `key` holds true or a number other than 0.
 bool flagIn(const JSONObject& object, std::string_view key);
+
+/// Whether `value` is a list that holds nothing but objects.
+bool isListOfObjects(const JSONValue& value);
 
 /// The list of objects under `key`; a list that holds anything else counts as empty.
 JSONArray objectsIn(const JSONObject& object, std::string_view key);

@@ -1,4 +1,4 @@
-#include "api/HTTPExchange.h"
+#include "client/HTTPExchange.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -15,7 +15,7 @@
 #include <sys/time.h>
 #include <unistd.h>
 
-#include "api/Errors.h"
+#include "client/Errors.h"
 #include "platform/Socket.h"
 #include "text/Number.h"
 #include "text/Unicode.h"
@@ -27,12 +27,12 @@ constexpr std::size_t readSize = 65536;
 constexpr std::string_view lineEnd = "\r\n";
 constexpr std::string_view headEnd = "\r\n\r\n";
 
-[[noreturn]] void raiseUnreachable(const std::string& reason) {
-  throw MCPError("cannot reach Zelto (" + reason + "). Is it running?");
+[[noreturn]] void raiseUnreachable(const std::string& reason, Cause cause = Cause::unreachable) {
+  throw MCPError(cause, "cannot reach Zelto (" + reason + "). Is it running?");
 }
 
 [[noreturn]] void raiseErrno() {
-  raiseUnreachable(std::strerror(errno));
+  raiseUnreachable(std::strerror(errno), errno == ECONNREFUSED ? Cause::refused : Cause::unreachable);
 }
 
 /// Whole seconds as the socket takes them: cut toward zero, and no more than any system's time-out can hold.
@@ -110,7 +110,7 @@ std::string receiveAll(int connection, long seconds) {
     if (count > 0) {
       received.append(buffer.data(), static_cast<std::size_t>(count));
     } else if (errno == EAGAIN || errno == EWOULDBLOCK) {
-      raiseUnreachable("timed out after " + std::to_string(seconds) + "s");
+      raiseUnreachable("timed out after " + std::to_string(seconds) + "s", Cause::timedOut);
     } else if (errno != EINTR) {
       raiseErrno();
     }

@@ -1,10 +1,10 @@
-#include "api/Resolve.h"
+#include "cli/Resolve.h"
 
 #include <vector>
 
-#include "api/CLICall.h"
-#include "api/Errors.h"
-#include "api/Wire.h"
+#include "cli/CLICall.h"
+#include "cli/CLIError.h"
+#include "client/Wire.h"
 #include "text/Unicode.h"
 
 namespace zelto {
@@ -14,7 +14,7 @@ namespace {
 std::vector<JSONObject> matches(const char* path, std::string_view ref) {
   const std::string foldedRef = text::folded(ref), lowerRef = text::lowercased(ref);
   std::vector<JSONObject> found;
-  for (const JSONValue& entry : expectList(cliCall("GET", path))) {
+  for (const JSONValue& entry : expectList(cliCall({"GET", path}))) {
     const std::string id = stringIn(*entry.object(), "id"), name = stringIn(*entry.object(), "name");
     if (text::folded(id) == foldedRef || text::lowercased(id).starts_with(lowerRef) ||
         text::folded(name) == foldedRef) {

@@ -7,8 +7,8 @@
 #include <netinet/tcp.h>
 #include <sys/socket.h>
 
-#include "api/CLICall.h"
-#include "api/Errors.h"
+#include "cli/CLICall.h"
+#include "client/Errors.h"
 #include "json/JSONText.h"
 #include "platform/Socket.h"
 #include "support/RawServer.h"
@@ -25,7 +25,7 @@ using testing::Not;
 std::string outcome(double timeout = 15, const std::optional<JSONValue>& body = {}) {
   std::string text;
   try {
-    text = json::text(apiCall("GET", "/x", body, {}, timeout), json::compact).value();
+    text = json::text(apiCall({"GET", "/x", {}, body, timeout}), json::compact).value();
   } catch (const MCPError& error) {
     text = error.message;
   }
@@ -41,8 +41,8 @@ TEST(Exchange, SendsExactlyOneRequest) {
   ServedAPI api({response("{}")});
   const Query query{{"since", 3.0},    {"limit", 20}, {"kind", "a b/ü"}, {"none", std::nullopt},
                     {"null", nullptr}, {"on", true},  {"wait", 12.5},    {"k&", ""}};
-  apiCall("POST", "/groups/Home%20%26", JSONObject{{"b", "a/\"ü\n"}, {"a", 10.0}}, query, 15);
-  apiCall("GET", "/rules", std::nullopt, {{"none", std::nullopt}}, 15);
+  apiCall({"POST", "/groups/Home%20%26", query, JSONObject{{"b", "a/\"ü\n"}, {"a", 10.0}}});
+  apiCall({"GET", "/rules", {{"none", std::nullopt}}});
   const std::string common = " HTTP/1.1\r\nHost: 127.0.0.1:" + std::to_string(api.server.port) +
                              "\r\nAuthorization: Bearer secret-token\r\nContent-Type: application/json\r\n";
   EXPECT_THAT(

@@ -1,4 +1,4 @@
-#include "api/Wire.h"
+#include "client/Wire.h"
 
 #include <algorithm>
 
@@ -25,10 +25,15 @@ bool flagIn(const JSONObject& object, std::string_view key) {
   return value.number() != 0;
 }
 
-JSONArray objectsIn(const JSONObject& object, std::string_view key) {
-  const auto* list = memberOf(object, key).array();
+bool isListOfObjects(const JSONValue& value) {
+  const auto* list = value.array();
   const auto isObject = [](const JSONValue& element) { return element.object() != nullptr; };
-  return list != nullptr && std::all_of(list->begin(), list->end(), isObject) ? *list : JSONArray();
+  return list != nullptr && std::all_of(list->begin(), list->end(), isObject);
+}
+
+JSONArray objectsIn(const JSONObject& object, std::string_view key) {
+  const JSONValue& value = memberOf(object, key);
+  return isListOfObjects(value) ? *value.array() : JSONArray();
 }
 
 std::vector<std::string> stringsIn(const JSONObject& object, std::string_view key) {

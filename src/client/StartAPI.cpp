@@ -1,20 +1,17 @@
-#include "api/StartOnDemand.h"
+#include "client/StartAPI.h"
 
-#include "api/ControlFile.h"
-#include "api/Errors.h"
+#include "client/ControlFile.h"
+#include "client/Errors.h"
+#include "client/Timeouts.h"
 #include "json/JSONText.h"
 #include "platform/Clock.h"
 #include "platform/Environment.h"
 #include "platform/Files.h"
 #include "platform/Launcher.h"
-#include "platform/Streams.h"
 #include "text/Unicode.h"
 
 namespace zelto {
 namespace {
-
-constexpr double probeTimeout = 15;
-constexpr double probeInterval = 0.4;
 
 /// The path of the application that last recorded itself, if it still stands there.
 std::optional<std::string> recordedApplication() {
@@ -33,42 +30,28 @@ std::string openURL(const std::string& url) {
   const auto application = recordedApplication();
   const auto complaint = platform::runLauncher(application ? std::vector{std::string("-a"), *application, url}
                                                            : std::vector{url});
-  if (!complaint) throw MCPError("could not run /usr/bin/open");
+  if (!complaint) throw MCPError(Cause::launcher, "could not run /usr/bin/open");
   return text::isUTF8(*complaint) ? std::string(text::trimmed(*complaint)) : std::string();
 }
 
 JSONValue ensureAPIRunning(double timeout) {
   const std::string complaint = openURL("zelto://mcp/start");
-  if (!complaint.empty()) throw MCPError("could not reach Zelto: " + complaint);
+  if (!complaint.empty()) throw MCPError(Cause::launcher, "could not reach Zelto: " + complaint);
   const double deadline = platform::steadySeconds() + timeout;
   while (platform::steadySeconds() < deadline) {
     if (platform::fileExists(controlFilePath())) {
       try {
-        return apiCall("GET", "/health", std::nullopt, {}, probeTimeout);
+        return apiCall({.method = "GET", .path = "/health"});
       } catch (const MCPError&) {
         // Not up yet; whatever it is, the deadline ends the wait.
       }
     }
-    platform::sleepSeconds(probeInterval);
+    platform::sleepSeconds(timeouts::startPause);
   }
   throw MCPError(
+      Cause::notStarted,
       "asked Zelto to start its API but it did not come up in time. Open Zelto and check Settings, AI "
       "agents.");
-}
-
-JSONValue startingOnDemand(const std::function<JSONValue()>& call) {
-  try {
-    return call();
-  } catch (const MCPError& error) {
-    if (!saysAPIIsOff(error.message)) throw CLIError(error.message);
-  }
-  platform::printError("Starting Zelto's local API…\n");
-  try {
-    ensureAPIRunning(startTimeout);
-    return call();
-  } catch (const MCPError& error) {
-    throw CLIError(saysAPIIsOff(error.message) ? "Zelto's local API could not be started." : error.message);
-  }
 }
 
 JSONValue stopAPI() {

@@ -1,8 +1,8 @@
-#include "api/ControlFile.h"
+#include "client/ControlFile.h"
 
 #include <optional>
 
-#include "api/Errors.h"
+#include "client/Errors.h"
 #include "json/JSONText.h"
 #include "platform/Environment.h"
 #include "platform/Files.h"
@@ -46,13 +46,9 @@ std::string controlFilePath() {
 APICredentials readCredentials() {
   const std::string path = controlFilePath();
   const auto text = platform::readSmallFile(path);
-  if (!text) throw MCPError(notRunning);
+  if (!text) throw MCPError(Cause::off, notRunning);
   if (auto credentials = credentialsFrom(*text)) return *std::move(credentials);
-  throw MCPError("could not read " + path);
-}
-
-bool saysAPIIsOff(const std::string& message) {
-  return message.find("zelto_start_server") != std::string::npos;
+  throw MCPError(Cause::controlFile, "could not read " + path);
 }
 
 }  // namespace zelto

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "api/ControlFile.h"
+#include "client/ControlFile.h"
 
 namespace zelto {
 

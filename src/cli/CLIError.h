@@ -1,4 +1,4 @@
-// The two errors of the program: one written for people, one for agents and people alike.
+// The error of a command.
 #pragma once
 
 #include <string>
@@ -13,13 +13,6 @@ struct CLIError : text::TextError {
   explicit CLIError(std::string text) : description(std::move(text)) {}
   const std::string& text() const noexcept override { return description; }
   std::string description;
-};
-
-/// What the API client and the MCP server raise; its message reaches an agent unchanged.
-struct MCPError : text::TextError {
-  explicit MCPError(std::string text) : message(std::move(text)) {}
-  const std::string& text() const noexcept override { return message; }
-  std::string message;
 };
 
 }  // namespace zelto

@@ -17,11 +17,8 @@ struct APICredentials {
 /// "Library/Application Support/Zelto/control.json" in the home directory.
 std::string controlFilePath();
 
-/// Reads the control file afresh. Raises `MCPError`: "not running" if it cannot be read, "could not read "
-/// and the path if it does not hold what it should.
+/// Reads the control file afresh. Raises `MCPError`: `Cause::off` if it cannot be read, for whatever reason,
+/// and `Cause::controlFile` if it does not hold what it should.
 APICredentials readCredentials();
-
-/// Whether `message` is the "not running" error of `readCredentials`, which a start of the API can mend.
-bool saysAPIIsOff(const std::string& message);
 
 }  // namespace zelto

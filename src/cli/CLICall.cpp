@@ -1,0 +1,50 @@
+#include "cli/CLICall.h"
+
+#include "cli/CLIError.h"
+#include "client/Errors.h"
+#include "client/StartAPI.h"
+#include "client/Timeouts.h"
+#include "client/Wire.h"
+#include "platform/Streams.h"
+
+namespace zelto {
+namespace {
+
+/// The call once more, after the API has been started for it.
+JSONValue callAfterStart(const APIRequest& request) {
+  platform::printError("Starting Zelto's local API…\n");
+  try {
+    ensureAPIRunning(timeouts::start);
+    return apiCall(request);
+  } catch (const MCPError& error) {
+    if (error.cause == Cause::off) throw CLIError("Zelto's local API could not be started.");
+    throw CLIError(error.message);
+  }
+}
+
+}  // namespace
+
+double requestTimeout = timeouts::usual;
+
+JSONValue cliCall(APIRequest request) {
+  if (!request.timeout) request.timeout = requestTimeout;
+  try {
+    return apiCall(request);
+  } catch (const MCPError& error) {
+    // What else can be mended, and by what, is decided here.
+    if (error.cause != Cause::off) throw CLIError(error.message);
+  }
+  return callAfterStart(request);
+}
+
+JSONObject expectObject(JSONValue value) {
+  if (auto* object = value.object()) return std::move(*object);
+  throw CLIError("expected an object from the API, got " + std::string(value.kindName()));
+}
+
+JSONArray expectList(JSONValue value) {
+  if (isListOfObjects(value)) return std::move(*value.array());
+  throw CLIError("expected a list from the API, got " + std::string(value.kindName()));
+}
+
+}  // namespace zelto
