@@ -5,8 +5,6 @@
 #include <optional>
 #include <stdexcept>
 
-#include <unistd.h>
-
 #include "cli/CLICall.h"
 #include "platform/Terminal.h"
 
@@ -21,7 +19,7 @@ bool jsonMode = false;
 
 bool colourEnabled() {
   if (!colourDecision) {
-    colourDecision = platform::isTerminal(STDOUT_FILENO) && std::getenv("NO_COLOR") == nullptr;
+    colourDecision = platform::outputIsTerminal() && std::getenv("NO_COLOR") == nullptr;
   }
   return *colourDecision;
 }

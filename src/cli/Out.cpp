@@ -9,6 +9,7 @@
 #include "json/JSONText.h"
 #include "platform/Clock.h"
 #include "platform/Streams.h"
+#include "platform/Terminal.h"
 #include "text/Number.h"
 #include "text/Unicode.h"
 
@@ -17,14 +18,14 @@ namespace {
 
 constexpr std::string_view columnGap = "  ";
 
-const std::string& cell(const Column& column, std::size_t row) {
-  static const std::string absent;
+const StyledText& cell(const Column& column, std::size_t row) {
+  static const StyledText absent;
   return row < column.rows.size() ? column.rows[row] : absent;
 }
 
 std::size_t widthOf(const Column& column) {
-  std::size_t width = text::clusterCount(column.title);
-  for (const std::string& each : column.rows) width = std::max(width, text::clusterCount(each));
+  std::size_t width = column.title.width();
+  for (const StyledText& each : column.rows) width = std::max(width, each.width());
   return width;
 }
 
@@ -98,12 +99,11 @@ std::optional<std::int64_t> parseStamp(std::string_view stamp) {
 
 }  // namespace
 
-std::string paint(std::string_view text, Style style) {
-  if (!colourEnabled()) return std::string(text);
-  return "\x1b[" + std::to_string(static_cast<int>(style)) + "m" + std::string(text) + "\x1b[0m";
+StyledText paint(const StyledText& text, Style style) {
+  return colourEnabled() ? text.styled(static_cast<int>(style)) : text;
 }
 
-void line(std::string_view text) {
+void line(const StyledText& text) {
   platform::print(text);
   platform::print("\n");
 }
@@ -119,18 +119,18 @@ void table(const std::vector<Column>& columns) {
   // The last column is not padded.
   widths.back() = 0;
 
-  std::string header;
+  StyledText header;
   for (std::size_t i = 0; i < columns.size(); ++i) {
-    if (i > 0) header += columnGap;
-    header += text::padded(columns[i].title, widths[i]);
+    if (i > 0) header.append(columnGap);
+    header.append(columns[i].title.padded(widths[i]));
   }
   line(paint(header, Style::dim));
   for (std::size_t row = 0; row < rowCount; ++row) {
-    std::string cells;
+    StyledText cells;
     for (std::size_t i = 0; i < columns.size(); ++i) {
-      if (i > 0) cells += columnGap;
-      const std::string padded = text::padded(cell(columns[i], row), widths[i]);
-      cells += columns[i].style ? paint(padded, *columns[i].style) : padded;
+      if (i > 0) cells.append(columnGap);
+      const StyledText padded = cell(columns[i], row).padded(widths[i]);
+      cells.append(columns[i].style ? paint(padded, *columns[i].style) : padded);
     }
     line(cells);
   }
@@ -138,27 +138,30 @@ void table(const std::vector<Column>& columns) {
 
 void fields(const std::vector<Pair>& pairs) {
   std::size_t labelWidth = 0;
-  for (const auto& [label, value] : pairs) labelWidth = std::max(labelWidth, text::clusterCount(label));
-  const std::string indent(labelWidth + columnGap.size(), ' ');
+  for (const auto& [label, value] : pairs) labelWidth = std::max(labelWidth, label.width());
+  const StyledText indent = StyledText().padded(labelWidth + columnGap.size());
   for (const auto& [label, value] : pairs) {
     if (value.empty()) continue;
-    std::string painted = paint(text::padded(label, labelWidth), Style::dim);
-    if (value.find('\n') == std::string::npos) {
+    StyledText painted = paint(label.padded(labelWidth), Style::dim);
+    const std::vector<StyledText> lines = value.lines();
+    if (lines.size() == 1) {
       line(painted.append(columnGap).append(value));
       continue;
     }
     line(painted);
-    for (const std::string_view each : text::split(value, '\n')) line(indent + std::string(each));
+    for (const StyledText& each : lines) line(indent + each);
   }
 }
 
-void section(std::string_view title) {
+void section(const StyledText& title) {
   line("");
   line(paint(title, Style::bold));
 }
 
 void json(const JSONValue& value) {
-  json::write(value, json::pretty, platform::pendingOutput(), [](std::string&) { platform::flushOutput(); });
+  json::Style style = json::pretty;
+  style.escapesControls = platform::outputIsTerminal();
+  json::write(value, style, platform::pendingOutput(), [](std::string&) { platform::flushOutput(); });
   line("");
 }
 

@@ -8,27 +8,30 @@
 #include <vector>
 
 #include "client/APICall.h"
+#include "platform/StyledText.h"
 
 namespace zelto::Out {
+
+using platform::StyledText;
 
 /// The SGR code of a style.
 enum class Style { dim = 2, bold = 1, red = 31, green, yellow, blue, magenta, cyan };
 
 /// One column of a table; `rows` may be shorter than those of other columns.
 struct Column {
-  std::string title;
+  StyledText title;
   std::optional<Style> style = {};
-  std::vector<std::string> rows = {};
+  std::vector<StyledText> rows = {};
 };
 
 /// A label and its value.
-using Pair = std::pair<std::string, std::string>;
+using Pair = std::pair<StyledText, StyledText>;
 
 /// `text` styled, if colour is on.
-std::string paint(std::string_view text, Style style);
+StyledText paint(const StyledText& text, Style style);
 
 /// Prints one line.
-void line(std::string_view text);
+void line(const StyledText& text);
 
 /// Prints a header and one line for each row, columns aligned; nothing at all if there are no rows.
 void table(const std::vector<Column>& columns);
@@ -38,10 +41,10 @@ void table(const std::vector<Column>& columns);
 void fields(const std::vector<Pair>& pairs);
 
 /// Prints an empty line and a heading.
-void section(std::string_view title);
+void section(const StyledText& title);
 
-/// Prints a value as JSON, pretty, keys sorted, never styled. Its numbers are finite, as those of parsed JSON
-/// are.
+/// Prints a value as JSON, pretty, keys sorted, never styled; what a terminal would obey is escaped there.
+/// Its numbers are finite, as those of parsed JSON are.
 void json(const JSONValue& value);
 
 /// The plain text of a value: "yes" and "no", digits, lists joined by ", ", nothing for null.

@@ -10,14 +10,14 @@ using Out::Style;
 
 constexpr const char* detailIndent = "          ";
 
-std::string timePiece(const JSONObject& entry) {
+Out::StyledText timePiece(const JSONObject& entry) {
   return Out::paint(Out::time(Out::text(entry, "timestamp")), Style::dim);
 }
 
 void printEventRows(const JSONArray& list, bool) {
   for (const JSONValue& each : list) {
     const JSONObject& entry = *each.object();
-    std::string row = timePiece(entry);
+    Out::StyledText row = timePiece(entry);
     row.append("  ").append(Out::paint(Out::text(entry, "source"), Style::cyan));
     row.append("  ").append(Out::text(entry, "kind"));
     if (memberOf(entry, "isDryRun") == JSONValue(true))
@@ -38,15 +38,15 @@ void printOutput(const JSONObject& entry, const char* key, const char* label, St
   const std::string output = Out::text(entry, key);
   const std::string_view trimmed = text::trimmed(output);
   if (trimmed.empty()) return;
-  const std::string margin = Out::paint("      " + std::string(label) + "  ", style);
-  for (const std::string_view each : text::split(trimmed, '\n')) Out::line(margin + std::string(each));
+  const Out::StyledText margin = Out::paint("      " + std::string(label) + "  ", style);
+  for (const std::string_view each : text::split(trimmed, '\n')) Out::line(margin + each);
 }
 
 void printActionRows(const JSONArray& list, bool verbose) {
   for (const JSONValue& each : list) {
     const JSONObject& entry = *each.object();
     const std::int64_t exitCode = integerIn(entry, "exitCode");
-    std::string row = timePiece(entry);
+    Out::StyledText row = timePiece(entry);
     row.append("  ").append(exitCode == 0 ? Out::paint("ok ", Style::green)
                                           : Out::paint(std::to_string(exitCode), Style::red));
     row.append("  ").append(Out::text(entry, "ruleName"));

@@ -15,7 +15,7 @@ std::string pathOf(const std::string& name) {
   return "/groups/" + percentEncode(name);
 }
 
-void switchGroup(const std::string& name, const char* suffix, const std::string& marker) {
+void switchGroup(const std::string& name, const char* suffix, const Out::StyledText& marker) {
   const JSONValue response = cliCall({"POST", pathOf(name) + suffix});
   if (jsonMode) return Out::json(response);
   Out::line(marker + " every rule in " + name);

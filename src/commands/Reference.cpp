@@ -55,7 +55,8 @@ void Runners::run() const {
   options.apply();
   const JSONObject runners = expectObject(cliCall({"GET", "/runners"}));
   if (jsonMode) return Out::json(runners);
-  Out::table({{"PRESET", {}, stringsIn(runners, "presets")}});
+  const std::vector<std::string> presets = stringsIn(runners, "presets");
+  Out::table({{"PRESET", {}, {presets.begin(), presets.end()}}});
   const std::string note = Out::text(runners, "note"), custom = Out::text(runners, "custom");
   if (!note.empty()) {
     Out::line("");

@@ -1,7 +1,5 @@
 #include "commands/Rules.h"
 
-#include <algorithm>
-
 #include "cli/CLICall.h"
 #include "cli/CLIError.h"
 #include "cli/Out.h"
@@ -38,12 +36,14 @@ void switchRules(const std::vector<std::string>& refs, bool on) {
 
 /// Asks on the terminal; anything but a plain yes raises.
 void confirmRemoval(const std::vector<Resolved>& rules) {
-  std::vector<std::string> names(rules.size());
-  std::transform(rules.begin(), rules.end(), names.begin(), [](const Resolved& rule) { return rule.name; });
-  const std::string what = rules.size() == 1
-                               ? names.front()
-                               : std::to_string(rules.size()) + " rules: " + text::joined(names, ", ");
-  platform::print("Delete " + what + "? [y/N] ");
+  Out::StyledText question = "Delete ";
+  if (rules.size() > 1) question.append(std::to_string(rules.size()) + " rules: ");
+  for (const Resolved& rule : rules) {
+    if (&rule != &rules.front()) question.append(", ");
+    // A name of several lines could pass the last of them off as the question.
+    question.append(Out::StyledText::oneLine(rule.name));
+  }
+  platform::print(question.append("? [y/N] "));
   Out::flush();
   const std::string answer = text::lowercased(platform::readInputLine().value_or(""));
   if (answer != "y" && answer != "yes") throw CLIError("cancelled");

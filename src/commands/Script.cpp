@@ -44,7 +44,7 @@ void printOutput(const JSONObject& result, const char* key, bool isError) {
   const std::string_view trimmed = text::trimmed(output);
   if (trimmed.empty()) return;
   Out::section(key);
-  Out::line(isError ? Out::paint(trimmed, Style::red) : std::string(trimmed));
+  Out::line(isError ? Out::paint(trimmed, Style::red) : trimmed);
 }
 
 void printValues(const JSONValue& values) {

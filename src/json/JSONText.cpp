@@ -11,6 +11,9 @@
 #include <boost/json/basic_parser_impl.hpp>
 #include <boost/json/src.hpp>
 
+#include "text/Harmless.h"
+#include "text/Unicode.h"
+
 namespace json {
 namespace {
 
@@ -122,6 +125,13 @@ struct Builder {
   static double approximate(const std::string& digits) { return std::strtod(digits.c_str(), nullptr); }
 };
 
+/// "\u" and the four digits of a code point of the basic plane.
+void appendEscape(std::string& out, char32_t codePoint) {
+  constexpr char digits[] = "0123456789abcdef";
+  out += "\\u";
+  for (const int shift : {12, 8, 4, 0}) out += digits[codePoint >> shift & 15];
+}
+
 class Writer {
  public:
   Writer(const Style& how, std::string& text, const Drain& sink) : style(how), out(text), drain(sink) {}
@@ -130,7 +140,7 @@ class Writer {
     if (drain && out.size() >= drainAt) drain(out);
     if (const auto* object = value.object()) {
       return writeSequence('{', '}', *object, depth, [&](const JSONMember& member) {
-        appendQuoted(out, member.key, style.escapesSlash);
+        writeString(member.key);
         out += style.colon;
         return write(member.value, depth + 1);
       });
@@ -140,7 +150,7 @@ class Writer {
                            [&](const JSONValue& element) { return write(element, depth + 1); });
     }
     if (const auto* string = value.string()) {
-      appendQuoted(out, *string, style.escapesSlash);
+      writeString(*string);
     } else if (const auto* boolean = value.boolean()) {
       out += *boolean ? "true" : "false";
     } else if (value.isNull()) {
@@ -174,6 +184,27 @@ class Writer {
 
   void newline(std::size_t depth) {
     if (style.pretty) out.append(1, '\n').append(2 * depth, ' ');
+  }
+
+  void writeString(const std::string& string) {
+    const std::size_t start = out.size();
+    appendQuoted(out, string, style.escapesSlash);
+    if (style.escapesControls) escapeControls(start);
+  }
+
+  /// Escapes in what stands behind `start` what `appendQuoted` leaves.
+  void escapeControls(std::size_t start) {
+    const std::string written = out.substr(start);
+    out.resize(start);
+    for (std::size_t at = 0; at < written.size();) {
+      const auto [value, length, valid] = text::firstCodePoint(std::string_view(written).substr(at));
+      if (text::isObeyedByTerminals(value)) {
+        appendEscape(out, value);
+      } else {
+        out.append(written, at, length);
+      }
+      at += length;
+    }
   }
 
   const Style& style;
@@ -218,7 +249,6 @@ std::optional<std::string> text(const JSONValue& value, const Style& style) {
 }
 
 void appendQuoted(std::string& out, std::string_view utf8, bool escapesSlash) {
-  constexpr char digits[] = "0123456789abcdef";
   out += '"';
   std::size_t plainFrom = 0;
   const auto escape = [&](std::size_t at, std::string_view replacement) {
@@ -253,10 +283,9 @@ void appendQuoted(std::string& out, std::string_view utf8, bool escapesSlash) {
       case '/':
         if (escapesSlash) escape(i, "\\/");
         break;
-      default: {
-        const char code[] = {'\\', 'u', '0', '0', digits[byte >> 4], digits[byte & 15]};
-        escape(i, {code, sizeof code});
-      }
+      default:
+        escape(i, "");
+        appendEscape(out, byte);
     }
   }
   out.append(utf8.substr(plainFrom)).append(1, '"');

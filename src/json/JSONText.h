@@ -25,7 +25,8 @@ std::optional<JSONValue> parseContainer(std::string_view text);
 struct Style {
   bool pretty = false;  ///< one member a line, indented by two blanks a level
   std::string_view colon = ":";
-  bool escapesSlash = false;  ///< "/" as "\/"
+  bool escapesSlash = false;     ///< "/" as "\/"
+  bool escapesControls = false;  ///< what a terminal would obey (`text::isObeyedByTerminals`) as "\u..."
 };
 inline constexpr Style compact{};
 inline constexpr Style pretty{.pretty = true, .colon = ": "};

@@ -14,6 +14,8 @@
 #include "mcp/Tool.h"
 #include "platform/Environment.h"
 #include "platform/FileDescriptor.h"
+#include "platform/Streams.h"
+#include "platform/Terminal.h"
 
 namespace zelto {
 namespace {
@@ -27,9 +29,15 @@ const JSONObject& objectIn(const JSONObject& object, std::string_view key) {
   return value != nullptr ? *value : none;
 }
 
+/// How replies are written. A person who tries the server by hand has it on a terminal.
+const json::Style& replyStyle() {
+  static const json::Style style{.escapesControls = platform::outputIsTerminal()};
+  return style;
+}
+
 /// A diagnostic that cannot be written has no other place to go.
 void log(const std::string& text) {
-  static_cast<void>(platform::writeAll(STDERR_FILENO, "[zelto-mcp] " + text + "\n"));
+  platform::printError("[zelto-mcp] " + text + "\n");
 }
 
 /// Writes one reply; `member` is "result" or "error" and `value` its JSON text. An agent that no longer reads
@@ -37,18 +45,18 @@ void log(const std::string& text) {
 void sendMessage(const JSONValue& id, std::string_view member, std::string_view value) {
   std::string line = R"({"jsonrpc":"2.0","id":)";
   line.reserve(line.size() + member.size() + value.size() + 64);
-  if (!json::write(id, json::compact, line)) return;
+  if (!json::write(id, replyStyle(), line)) return;
   line.append(",\"").append(member).append("\":").append(value).append("}\n");
   static_cast<void>(platform::writeAll(STDOUT_FILENO, line));
 }
 
 void sendResult(const JSONValue& id, const JSONValue& result) {
-  if (const auto value = json::text(result, json::compact)) sendMessage(id, "result", *value);
+  if (const auto value = json::text(result, replyStyle())) sendMessage(id, "result", *value);
 }
 
 void sendError(const JSONValue& id, int code, const std::string& message) {
   const JSONObject error{{"code", code}, {"message", message}};
-  if (const auto value = json::text(error, json::compact)) sendMessage(id, "error", *value);
+  if (const auto value = json::text(error, replyStyle())) sendMessage(id, "error", *value);
 }
 
 JSONObject initializeResult(const JSONObject& params) {
@@ -66,7 +74,7 @@ const std::string& toolList() {
       list.push_back(JSONObject{
           {"name", tool.name}, {"description", tool.description}, {"inputSchema", tool.inputSchema}});
     }
-    return json::text(JSONObject{{"tools", std::move(list)}}, json::compact).value();
+    return json::text(JSONObject{{"tools", std::move(list)}}, replyStyle()).value();
   }();
   return text;
 }

@@ -6,6 +6,8 @@
 #include <unistd.h>
 
 #include "platform/FileDescriptor.h"
+#include "platform/Terminal.h"
+#include "text/Harmless.h"
 #include "text/Unicode.h"
 
 namespace platform {
@@ -20,8 +22,8 @@ std::string& pendingOutput() {
   return pending;
 }
 
-void print(std::string_view bytes) {
-  pendingOutput() += bytes;
+void print(const StyledText& text) {
+  pendingOutput() += text.bytes;
   if (pendingOutput().size() >= flushAt) flushOutput();
 }
 
@@ -32,10 +34,11 @@ void flushOutput() {
   if (!written) throw OutputError(std::string("cannot write standard output: ") + std::strerror(errno));
 }
 
-void printError(std::string_view bytes) {
+void printError(std::string_view text) {
   flushOutput();
+  const bool isObeyed = !text::isHarmless(text) && isTerminal(STDERR_FILENO);
   // Nobody is left to tell when standard error itself is gone.
-  static_cast<void>(writeAll(STDERR_FILENO, bytes));
+  static_cast<void>(isObeyed ? writeAll(STDERR_FILENO, text::harmless(text)) : writeAll(STDERR_FILENO, text));
 }
 
 std::optional<std::string> readInputLine() {

@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/StyledText.h"
+
 namespace platform {
 
 /// Standard output took no more; `what()` is "cannot write standard output: " and the system's text.
@@ -13,18 +15,19 @@ struct OutputError : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-/// Appends `bytes` to what waits for standard output, and writes when much has gathered. Raises
-/// `OutputError`.
-void print(std::string_view bytes);
+/// Appends `text` to what waits for standard output, and writes when much has gathered. Raises `OutputError`.
+void print(const StyledText& text);
 
-/// The text that waits for standard output, for those that build their output in place.
+/// What waits for standard output, for those that build their output in place. All goes out as it stands
+/// there: for a terminal, nothing may be put there that one would obey.
 std::string& pendingOutput();
 
 /// Writes all that waits to standard output. Raises `OutputError`. A closed pipe ends the process by SIGPIPE.
 void flushOutput();
 
-/// Writes `bytes` to standard error at once, after whatever waits for standard output.
-void printError(std::string_view bytes);
+/// Writes `text` to standard error at once, after whatever waits for standard output. On a terminal, what it
+/// would obey becomes visible (`text::harmless`).
+void printError(std::string_view text);
 
 /// One line of standard input without its line end, repaired to UTF-8; nothing at the end of input. Reads no
 /// byte beyond the line.

@@ -9,6 +9,11 @@ bool isTerminal(int descriptor) {
   return ::isatty(descriptor) == 1;
 }
 
+bool outputIsTerminal() {
+  static const bool is = isTerminal(STDOUT_FILENO);
+  return is;
+}
+
 std::optional<TerminalSize> terminalSize() {
   winsize size{};
   if (::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) != 0) return std::nullopt;

@@ -8,6 +8,9 @@ namespace platform {
 /// Whether the descriptor is connected to a terminal.
 bool isTerminal(int descriptor);
 
+/// Whether standard output is. Asked once.
+bool outputIsTerminal();
+
 struct TerminalSize {
   int columns;
   int rows;

@@ -5,6 +5,9 @@ namespace {
 
 TEST(Responses, AreShownAsTheyCome) {
   Zelto zelto;
+  zelto.shell(
+      "echo 'if [ -t 1 ]; then zelto \"$@\" 2>&1; else zelto \"$@\" 2>&1 | cat -v; fi; true' >bin/seen; "
+      "chmod +x bin/seen");
   support::writeFile(zelto.home / "script.sh", "uptime\n");
   support::writeFile(zelto.home / "blank.sh", " \n\u2003\n");
   const auto expectations = expectationsIn(SOURCES "/responses.txt");

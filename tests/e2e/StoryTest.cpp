@@ -49,7 +49,7 @@ TEST(Story, GoesTheSameInAPipeOnATerminalAndAsJSON) {
 TEST(Story, AsksBeforeItDeletes) {
   Zelto zelto;
   const std::string list =
-      support::response(R"([{"id":"aaaa","name":"First"},{"id":"bbbb","name":"Second"}])");
+      support::response(R"([{"id":"aaaa","name":"First"},{"id":"bbbb","name":"\u001b[2K\nSecond"}])");
   const std::tuple<std::string, std::string, bool> cases[] = {
       {"aaaa", "y\n", true},    {"aaaa", "YES\r\n", true}, {"aaaa bbbb", "yes\n", true},
       {"aaaa", "n\n", false},   {"aaaa", " y\n", false},   {"aaaa", "y \n", false},
@@ -61,9 +61,10 @@ TEST(Story, AsksBeforeItDeletes) {
       const auto outcome =
           zelto.shell("{ zelto rules rm " + rules + "; echo status $?; }" + way, answer, true);
       SCOPED_TRACE(rules + way + answer);
+      const std::string second = *way == '\0' ? "␛[2K␊Second" : "\x1b[2K\nSecond";
       EXPECT_THAT(outcome.output,
                   testing::StartsWith(rules == "aaaa" ? "Delete First? [y/N] "
-                                                      : "Delete 2 rules: First, Second? [y/N] "));
+                                                      : "Delete 2 rules: First, " + second + "? [y/N] "));
       EXPECT_THAT(outcome.output, testing::EndsWith(deleted ? "status 0\n" : "status 1\n"));
       EXPECT_EQ(outcome.error, deleted ? "" : "Error: cancelled\n");
       EXPECT_EQ(summary(server.requests()).find("DELETE") != std::string::npos, deleted);

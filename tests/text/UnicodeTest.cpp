@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include "text/Harmless.h"
 #include "text/Number.h"
 #include "text/Unicode.h"
 
@@ -43,6 +44,24 @@ TEST(Unicode, RepairsWhatIsNotUTF8) {
   for (const auto& [bytes, repaired] : cases) {
     EXPECT_EQ(repairedUTF8(bytes), repaired);
     EXPECT_EQ(isUTF8(bytes), bytes == repaired) << repaired;
+  }
+}
+
+TEST(Harmless, LeavesATerminalNothingToObey) {
+  const std::tuple<std::string_view, std::string_view, std::string_view> cases[] = {
+      {"a\tb é漢\u00A0\u00AD\u2028\u2029\u202F\u2065\u206A\u200E", {}, {}},
+      {"a\n\nb\n", {}, "a␊␊b␊"},
+      {{"\0\x01\b\v\f\r\x1b\x1f\x7f", 9}, "␀␁␈␋␌␍␛␟␡", {}},
+      {"\u0080\u0085\u009B\u009F", "\uFFFD\uFFFD\uFFFD\uFFFD", {}},
+      {"\u202A\u202Ex\u2066\u2069", "\uFFFD\uFFFDx\uFFFD\uFFFD", {}},
+      {"\x9b\x31m\xff\xe2\x80\n\xc2", "\uFFFD1m\uFFFD\uFFFD\uFFFD\n\uFFFD",
+       "\uFFFD1m\uFFFD\uFFFD\uFFFD␊\uFFFD"},
+  };
+  for (const auto& [bytes, expected, line] : cases) {
+    const auto shown = expected.empty() ? bytes : expected;
+    EXPECT_EQ(harmless(bytes), shown);
+    EXPECT_EQ(harmlessLine(bytes), line.empty() ? shown : line);
+    EXPECT_EQ(isHarmless(bytes), bytes == shown) << shown;
   }
 }
 

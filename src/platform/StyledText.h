@@ -1,0 +1,44 @@
+// Text for standard output. On a terminal no control character in it is from elsewhere: the escape sequences
+// there are those that `styled` has added.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace platform {
+
+class StyledText {
+ public:
+  StyledText() = default;
+  /// Text from anywhere. Where standard output is a terminal, what a terminal would obey becomes visible
+  /// (`text::harmless`); elsewhere all bytes stay as they are.
+  StyledText(std::string plain);
+  StyledText(std::string_view plain) : StyledText(std::string(plain)) {}
+  StyledText(const char* plain) : StyledText(std::string(plain)) {}
+  /// The same for text that has to stay on one line: on a terminal a line feed becomes visible too.
+  static StyledText oneLine(std::string_view plain);
+
+  /// The text in a style: between the SGR sequence of that code and the one that ends all styles (ECMA-48).
+  StyledText styled(int code) const;
+  /// The text and as many blanks as it is short of `width` user-perceived characters.
+  StyledText padded(std::size_t width) const;
+  /// How many user-perceived characters the text holds, those of escape sequences included.
+  std::size_t width() const;
+  bool empty() const { return bytes.empty(); }
+  /// The pieces between line feeds, empty ones kept.
+  std::vector<StyledText> lines() const;
+
+  StyledText& append(const StyledText& more);
+  friend StyledText operator+(StyledText left, const StyledText& right) {
+    left.append(right);
+    return left;
+  }
+  friend void print(const StyledText& text);
+
+ private:
+  std::string bytes;
+};
+
+}  // namespace platform
