@@ -189,7 +189,7 @@ TEST_F(AtomicWriteTest, GivesNobodyMoreRightsWhereOwnerOrGroupCannotBeKept) {
                                              {0664, 0644}, {0646, 0644}, {02675, 0655}};
   for (const auto& [before, after] : modes) {
     support::writeFile(file, old);
-    ::chown(file.c_str(), ::getuid(), 34);
+    ASSERT_EQ(::chown(file.c_str(), ::getuid(), 34), 0);
     ::chmod(file.c_str(), before);
     failing = "fchown";
     attempt();

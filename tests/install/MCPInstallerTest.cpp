@@ -12,14 +12,26 @@ namespace fs = std::filesystem;
 
 static std::vector<std::string> logged;
 
-/// In place of the system's: keeps the lines.
-extern "C" void syslog(int, const char* format, ...) {
-  va_list arguments;
-  va_start(arguments, format);
+static void keep(const char* format, va_list arguments) {
   char line[4096];
   std::vsnprintf(line, sizeof line, format, arguments);
-  va_end(arguments);
   logged.push_back(line);
+}
+
+// In place of the system's, which has a second name where _FORTIFY_SOURCE is in force: these keep the lines.
+extern "C" {
+void syslog(int, const char* format, ...) {
+  va_list arguments;
+  va_start(arguments, format);
+  keep(format, arguments);
+  va_end(arguments);
+}
+void __syslog_chk(int, int, const char* format, ...) {
+  va_list arguments;
+  va_start(arguments, format);
+  keep(format, arguments);
+  va_end(arguments);
+}
 }
 
 namespace zelto::MCPInstaller {
