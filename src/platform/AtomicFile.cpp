@@ -24,7 +24,8 @@ namespace {
 constexpr std::string_view alphabet = "0123456789abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ";
 constexpr std::size_t suffixLength = 6;
 
-/// The directories that are missing on the way to one; those created go again unless they are kept.
+/// The directories that are missing on the way to one. Those created go again, unless something has come into
+/// them.
 class MissingDirectories {
  public:
   explicit MissingDirectories(std::string directory) {
@@ -45,7 +46,6 @@ class MissingDirectories {
       if (::mkdir(next.c_str(), 0777) != 0 && errno != EEXIST) throw FileError::last(next);
     }
   }
-  void keep() { created = 0; }
 
  private:
   std::vector<std::string> missing;  ///< innermost first
@@ -99,7 +99,6 @@ class TemporaryFile {
     if (isKnown && !isTaken && status.st_nlink > 0) return true;
     const int error = isKnown ? EEXIST : errno;
     if (!isKnown) ::unlink(path.c_str());
-    file.close();
     errno = error;
     return false;
   }
@@ -159,7 +158,6 @@ bool replaceFile(const std::string& path, std::string_view bytes, const std::opt
   if (!flushToDisk(temporary.descriptor())) throw FileError::last(path);
   if (!isUnchanged(path, old)) return false;
   if (!temporary.moveTo(path)) throw FileError::last(path);
-  directories.keep();
   // Without this the rename itself may be lost in a crash of the machine; a directory that cannot be synced
   // is no reason to report a write that has taken place as failed.
   if (const FileDescriptor parent(::open(directory.c_str(), O_RDONLY | O_CLOEXEC)); parent) {

@@ -20,6 +20,7 @@ static std::vector<std::string> calls;
 static std::string failing;
 static int error = EIO;
 static int pointsToLive = -1;
+static size_t mostAtOnce = SIZE_MAX;
 static std::function<void()> meanwhile;
 
 /// Before and after each call is a point at which the process may be killed.
@@ -38,8 +39,15 @@ static int observed(const char* name, long number, auto... arguments) {
 
 // In place of the system's: these note that they were called, and fail if told to.
 extern "C" {
+ssize_t read(int file, void* bytes, size_t size) {
+  return ::syscall(SYS_read, file, bytes, std::min(size, mostAtOnce));
+}
 ssize_t write(int file, const void* bytes, size_t size) {
-  return observed("write", SYS_write, file, bytes, size);
+  return observed("write", SYS_write, file, bytes, std::min(size, mostAtOnce));
+}
+int mkdir(const char* path, mode_t mode) noexcept {
+  if (failing == "mkdir") return observed("mkdir", 0);
+  return int(::syscall(SYS_mkdirat, AT_FDCWD, path, mode));
 }
 int fchmod(int file, mode_t mode) noexcept {
   return observed("fchmod", SYS_fchmod, file, mode);
@@ -141,6 +149,8 @@ TEST_F(AtomicWriteTest, LeavesTheOldFileAloneWhenAnyStepFails) {
     expectFailure(file + ": Input/output error");
     EXPECT_FALSE(fs::exists(directory));
   }
+  failing = "mkdir";
+  expectFailure(directory + ": Input/output error");
   fs::create_directories(file);
   expectFailure(file + ": Is a directory");
   fs::remove(file);
@@ -225,12 +235,13 @@ TEST_F(AtomicWriteTest, KeepsAccessListsAndAttributes) {
   };
   support::writeFile(file, old);
   if (!give(file, listed, list)) GTEST_SKIP() << "this file system has no access lists";
-  const bool hasAttributes = give(file, "user.note", "a text");
+  const bool hasAttributes = give(file, "user.empty", "") && give(file, "user.note", "a text");
   attempt();
   EXPECT_TRUE(isInstalled(cursor));
   EXPECT_EQ(attributeOf(file, listed), list);
   EXPECT_EQ(modeOf(file), 0660u);
   EXPECT_EQ(attributeOf(file, "user.note"), hasAttributes ? "a text" : "none");
+  EXPECT_EQ(attributeOf(file, "user.empty"), hasAttributes ? "" : "none");
 
   // What the folder gives to new files is not for one that replaces an old one.
   give(directory, preset, list);
@@ -246,6 +257,16 @@ TEST_F(AtomicWriteTest, KeepsAccessListsAndAttributes) {
   std::ofstream(directory + "/another").close();
   EXPECT_EQ(attributeOf(file, listed), attributeOf(directory + "/another", listed));
   EXPECT_EQ(modeOf(file), modeOf(directory + "/another"));
+}
+
+TEST_F(AtomicWriteTest, ReadsAndWritesInPieces) {
+  const std::string text = "{ \"settings\": \"" + std::string(1000, 'x') + "\" }\n";
+  support::writeFile(file, text);
+  mostAtOnce = 7;
+  attempt();
+  EXPECT_TRUE(isInstalled(cursor));
+  mostAtOnce = SIZE_MAX;
+  EXPECT_THAT(support::contentsOf(file), testing::EndsWith(text.substr(1)));
 }
 
 TEST_F(AtomicWriteTest, KeepsWhatOthersWriteMeanwhile) {

@@ -1,37 +1,19 @@
-#include <cstdarg>
 #include <filesystem>
 #include <regex>
 
 #include <gmock/gmock.h>
-#include <syslog.h>
 
 #include "install/MCPInstaller.h"
+#include "platform/Log.h"
 #include "support/Surroundings.h"
 
 namespace fs = std::filesystem;
 
 static std::vector<std::string> logged;
 
-static void keep(const char* format, va_list arguments) {
-  char line[4096];
-  std::vsnprintf(line, sizeof line, format, arguments);
-  logged.push_back(line);
-}
-
-// In place of the system's, which has a second name where _FORTIFY_SOURCE is in force: these keep the lines.
-extern "C" {
-void syslog(int, const char* format, ...) {
-  va_list arguments;
-  va_start(arguments, format);
-  keep(format, arguments);
-  va_end(arguments);
-}
-void __syslog_chk(int, int, const char* format, ...) {
-  va_list arguments;
-  va_start(arguments, format);
-  keep(format, arguments);
-  va_end(arguments);
-}
+/// In place of the system's log: keeps the lines.
+void platform::log(LogLevel, std::string_view category, std::string_view message) {
+  logged.push_back(std::string(category) + ": " + std::string(message));
 }
 
 namespace zelto::MCPInstaller {
@@ -131,6 +113,11 @@ TEST_F(MCPInstallerTest, FollowsLinks) {
   for (int i = 0; i < 20; ++i) link("chain" + std::to_string(i + 1), "chain" + std::to_string(i));
   EXPECT_EQ(realConfigFile("~/chain0"), home / "chain16");
   EXPECT_EQ(realConfigFile("~/chain10"), home / "chain20");
+
+  const fs::path before = fs::current_path();
+  fs::current_path(home.path);
+  EXPECT_EQ(realConfigFile("dangling/b"), home / "a/b");
+  fs::current_path(before);
 
   // ".." goes up from where a link leads, as it does when the system opens the file.
   link(home / "far/away", "near");
