@@ -1,6 +1,7 @@
 #include "cli/CLICall.h"
 
 #include "cli/CLIError.h"
+#include "cli/Settings.h"
 #include "client/Errors.h"
 #include "client/StartAPI.h"
 #include "client/Timeouts.h"
@@ -24,10 +25,8 @@ JSONValue callAfterStart(const APIRequest& request) {
 
 }  // namespace
 
-double requestTimeout = timeouts::usual;
-
 JSONValue cliCall(APIRequest request) {
-  if (!request.timeout) request.timeout = requestTimeout;
+  if (!request.timeout) request.timeout = settings.requestTimeout;
   try {
     return apiCall(request);
   } catch (const MCPError& error) {

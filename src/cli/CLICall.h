@@ -6,12 +6,9 @@
 
 namespace zelto {
 
-/// Seconds that a call of a command waits, unless it says otherwise; `--timeout` sets it.
-extern double requestTimeout;
-
 /// `apiCall`. On finding the API off, says so on standard error, starts it and repeats the call once. A
-/// request without a time-out gets `requestTimeout`. Raises `CLIError` with the message of the `MCPError`
-/// that ended it.
+/// request without a time-out gets the one of the settings. Raises `CLIError` with the message of the
+/// `MCPError` that ended it.
 JSONValue cliCall(APIRequest request);
 
 /// The object that `value` is. Raises `CLIError` "expected an object from the API, got " and its kind.

@@ -14,7 +14,7 @@ ArgumentParser::Declaration Health::declaration() {
 void Health::run() const {
   options.apply();
   const JSONObject health = expectObject(cliCall({"GET", "/health"}));
-  if (jsonMode) return Out::json(health);
+  if (settings.jsonMode) return Out::json(health);
   Out::fields({{"version", Out::text(health, "version")},
                {"profile", Out::text(health, "activeProfile")},
                {"rules", std::to_string(memberOf(health, "ruleCount").integer()) + " (" +

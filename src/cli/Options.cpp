@@ -1,37 +1,18 @@
 #include "cli/Options.h"
 
 #include <cmath>
-#include <cstdlib>
 #include <optional>
 #include <stdexcept>
 
-#include "cli/CLICall.h"
-#include "platform/Terminal.h"
-
 namespace zelto {
-namespace {
-
-std::optional<bool> colourDecision;
-
-}  // namespace
-
-bool jsonMode = false;
-
-bool colourEnabled() {
-  if (!colourDecision) {
-    colourDecision = platform::outputIsTerminal() && std::getenv("NO_COLOR") == nullptr;
-  }
-  return *colourDecision;
-}
-
 void OutputOptions::arguments(ArgumentParser::Arguments<OutputOptions>& it) {
   it.flag(&OutputOptions::json, "json", {.help = "Print the API's JSON instead of a table"});
   it.flag(&OutputOptions::noColor, "noColor", {.help = "No colour, even on a terminal"});
 }
 
 void OutputOptions::apply() const {
-  jsonMode = json;
-  if (noColor) colourDecision = false;
+  settings.jsonMode = json;
+  settings.allowsColour = !noColor;
 }
 
 void GlobalOptions::arguments(ArgumentParser::Arguments<GlobalOptions>& it) {
@@ -45,7 +26,7 @@ void GlobalOptions::arguments(ArgumentParser::Arguments<GlobalOptions>& it) {
 
 void GlobalOptions::apply() const {
   output.apply();
-  requestTimeout = timeout;
+  settings.requestTimeout = timeout;
 }
 
 std::optional<double> parseSeconds(const std::string& text) {

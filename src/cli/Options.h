@@ -1,17 +1,10 @@
-// The options that nearly every command shares, and the settings of the process that they write.
+// The options that nearly every command shares; they write the settings of the process.
 #pragma once
 
 #include "ArgumentParser/ArgumentParser.h"
-#include "client/Timeouts.h"
+#include "cli/Settings.h"
 
 namespace zelto {
-
-/// Whether commands print the API's JSON in place of their text form.
-extern bool jsonMode;
-
-/// Whether text is styled for a terminal. Decided on first use: standard output is a terminal, and no
-/// variable NO_COLOR is set, be it empty.
-bool colourEnabled();
 
 /// `--json` and `--no-color`.
 struct OutputOptions {

@@ -1,16 +1,16 @@
 #include "cli/Out.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
+#include <limits>
 
-#include "cli/Options.h"
+#include "cli/Settings.h"
 #include "client/Wire.h"
 #include "json/JSONText.h"
 #include "platform/Clock.h"
 #include "platform/Streams.h"
 #include "platform/Terminal.h"
-#include "text/Number.h"
+#include "text/Timestamp.h"
 #include "text/Unicode.h"
 
 namespace zelto::Out {
@@ -29,78 +29,62 @@ std::size_t widthOf(const Column& column) {
   return width;
 }
 
-/// Takes numbers and fixed characters off the front of a time stamp.
-class StampReader {
- public:
-  explicit StampReader(std::string_view stamp) : rest(stamp) {}
-
-  /// The next `digits` digits as a number; the stamp is bad if there are fewer.
-  int number(std::size_t digits) {
-    const std::string_view field = rest.substr(0, digits);
-    const bool isNumber = field.size() == digits && field.find_first_not_of("0123456789") == field.npos;
-    isGood = isGood && isNumber;
-    rest.remove_prefix(field.size());
-    return isNumber ? *text::decimal<int>(field) : 0;
-  }
-  bool take(char expected) {
-    if (!rest.starts_with(expected)) return false;
-    rest.remove_prefix(1);
-    return true;
-  }
-  void need(char expected) { isGood = take(expected) && isGood; }
-  void skipFraction() {
-    if (!take('.')) return;
-    const std::size_t digits = std::min(rest.find_first_not_of("0123456789"), rest.size());
-    isGood = isGood && digits > 0;
-    rest.remove_prefix(digits);
-  }
-  /// Minutes east of Greenwich: "Z", "+hh:mm" or "-hh:mm".
-  int zone() {
-    if (take('Z')) return 0;
-    const bool west = take('-');
-    if (!west) need('+');
-    const int hours = number(2);
-    need(':');
-    const int minutes = number(2);
-    isGood = isGood && hours < 24 && minutes < 60;
-    return (west ? -1 : 1) * (hours * 60 + minutes);
-  }
-  bool isComplete() const { return isGood && rest.empty(); }
-
- private:
-  std::string_view rest;
-  bool isGood = true;
-};
-
-/// The instant of an internet date and time, with or without fractional seconds, in seconds since 1970.
-std::optional<std::int64_t> parseStamp(std::string_view stamp) {
-  StampReader reader(stamp);
-  const int year = reader.number(4);
-  reader.need('-');
-  const int month = reader.number(2);
-  reader.need('-');
-  const int day = reader.number(2);
-  reader.need('T');
-  const int hour = reader.number(2);
-  reader.need(':');
-  const int minute = reader.number(2);
-  reader.need(':');
-  const int second = reader.number(2);
-  reader.skipFraction();
-  const int zone = reader.zone();
-  const std::chrono::year_month_day date{std::chrono::year(year),
-                                         std::chrono::month(static_cast<unsigned>(month)),
-                                         std::chrono::day(static_cast<unsigned>(day))};
-  // A leap second is the sixtieth.
-  if (!reader.isComplete() || !date.ok() || hour > 23 || minute > 59 || second > 60) return std::nullopt;
-  const std::int64_t days = std::chrono::sys_days(date).time_since_epoch().count();
-  return ((days * 24 + hour) * 60 + minute - zone) * 60 + second;
-}
-
 }  // namespace
 
+void Table::row(std::initializer_list<StyledText> cells) {
+  auto column = columns.begin();
+  for (const StyledText& each : cells) (column++)->rows.push_back(each);
+}
+
+void Table::print() const {
+  table(columns);
+}
+
 StyledText paint(const StyledText& text, Style style) {
-  return colourEnabled() ? text.styled(static_cast<int>(style)) : text;
+  return settings.colourEnabled() ? text.styled(static_cast<int>(style)) : text;
+}
+
+StyledText paint(Deed deed) {
+  switch (deed) {
+    case Deed::created:
+      return paint("Created", Style::green);
+    case Deed::updated:
+      return paint("Updated", Style::green);
+    case Deed::deleted:
+      return paint("Deleted", Style::red);
+    case Deed::fired:
+      return paint("Fired", Style::yellow);
+    case Deed::running:
+      return paint("Running", Style::green);
+    case Deed::stopped:
+      return paint("Stopped", Style::yellow);
+    case Deed::active:
+      return paint("Active", Style::green);
+    case Deed::opened:
+      return paint("Opened", Style::green);
+    case Deed::installed:
+      return paint("Installed", Style::green);
+    case Deed::removed:
+      return paint("Removed", Style::red);
+  }
+  return {};
+}
+
+StyledText onOff(bool isOn, std::size_t width) {
+  return isOn ? paint(StyledText("on").padded(width), Style::green)
+              : paint(StyledText("off").padded(width), Style::dim);
+}
+
+StyledText marker(bool isThere) {
+  return isThere ? paint("*", Style::green) : " ";
+}
+
+void done(Deed deed, const StyledText& what) {
+  line(paint(deed) + " " + what);
+}
+
+void hint(const StyledText& text) {
+  line(paint(text, Style::dim));
 }
 
 void line(const StyledText& text) {
@@ -161,8 +145,13 @@ void section(const StyledText& title) {
 void json(const JSONValue& value) {
   json::Style style = json::pretty;
   style.escapesControls = platform::outputIsTerminal();
-  json::write(value, style, platform::pendingOutput(), [](std::string&) { platform::flushOutput(); });
-  line("");
+  std::string text;
+  const auto print = [](std::string& written) {
+    platform::printHarmless(written);
+    written.clear();
+  };
+  json::write(value, style, text, print);
+  print(text += '\n');
 }
 
 std::string text(const JSONValue& value) {
@@ -182,12 +171,13 @@ std::string text(const JSONObject& object, std::string_view key) {
 }
 
 std::string time(const std::string& stamp) {
-  const auto instant = parseStamp(stamp);
+  const auto instant = text::secondsSince1970(stamp);
   return instant ? platform::localTimeOfDay(*instant) : stamp;
 }
 
 std::string seconds(double duration) {
-  char buffer[400];
+  // Room for the digits of the largest number, a sign, the fraction and the unit.
+  char buffer[std::numeric_limits<double>::max_exponent10 + 8];
   return {buffer, static_cast<std::size_t>(std::snprintf(buffer, sizeof buffer, "%.2fs", duration))};
 }
 

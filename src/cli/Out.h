@@ -1,6 +1,7 @@
 // What commands print: tables, label and value blocks, headings, JSON, and the texts of API values.
 #pragma once
 
+#include <initializer_list>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -24,16 +25,47 @@ struct Column {
   std::vector<StyledText> rows = {};
 };
 
+/// A table that is filled row by row.
+class Table {
+ public:
+  Table(std::initializer_list<Column> titles) : columns(titles) {}
+  /// Adds a row: a cell for each column.
+  void row(std::initializer_list<StyledText> cells);
+  /// Prints a header and one line for each row, columns aligned; nothing at all if there are no rows.
+  void print() const;
+
+ private:
+  std::vector<Column> columns;
+};
+
 /// A label and its value.
 using Pair = std::pair<StyledText, StyledText>;
 
 /// `text` styled, if colour is on.
 StyledText paint(const StyledText& text, Style style);
 
+/// What a command has done. The word and the colour of each stand in one table.
+enum class Deed { created, updated, deleted, fired, running, stopped, active, opened, installed, removed };
+
+/// The word for a deed in its colour, for instance a green "Created".
+StyledText paint(Deed deed);
+
+/// "on" in green or "off", dim, filled up with blanks to `width`.
+StyledText onOff(bool isOn, std::size_t width = 0);
+
+/// A green "*" for what is there, installed or active, else a blank.
+StyledText marker(bool isThere);
+
 /// Prints one line.
 void line(const StyledText& text);
 
-/// Prints a header and one line for each row, columns aligned; nothing at all if there are no rows.
+/// Prints one line: the word for a deed, a blank, and what was done that to.
+void done(Deed deed, const StyledText& what);
+
+/// Prints one line, dim: what a person may do next.
+void hint(const StyledText& text);
+
+/// Prints such a table, for columns that are whole already.
 void table(const std::vector<Column>& columns);
 
 /// Prints one line for each pair whose value is not empty, values aligned; a value of several lines stands

@@ -27,16 +27,16 @@ std::optional<APICredentials> credentialsIfOn() {
 /// Asks without starting anything, also where the API goes away between two looks at it.
 std::optional<JSONObject> healthIfAnswering() {
   try {
-    return expectObject(apiCall({.method = "GET", .path = "/health", .timeout = requestTimeout}));
+    return expectObject(apiCall({.method = "GET", .path = "/health", .timeout = settings.requestTimeout}));
   } catch (const std::exception&) {
     return std::nullopt;
   }
 }
 
 void reportOff() {
-  if (jsonMode) return Out::json(JSONObject{{"running", false}, {"controlFile", controlFilePath()}});
+  if (settings.jsonMode) return Out::json(JSONObject{{"running", false}, {"controlFile", controlFilePath()}});
   Out::fields({{"api", Out::paint("off", Style::yellow)}});
-  Out::line(Out::paint("Turn it on with: zelto api start", Style::dim));
+  Out::hint("Turn it on with: zelto api start");
 }
 
 }  // namespace
@@ -58,7 +58,7 @@ void Api::Status::run() const {
   const auto credentials = credentialsIfOn();
   if (!credentials) return reportOff();
   const auto health = healthIfAnswering();
-  if (jsonMode) {
+  if (settings.jsonMode) {
     return Out::json(JSONObject{{"running", health.has_value()},
                                 {"host", credentials->host},
                                 {"port", credentials->port},
@@ -86,9 +86,10 @@ void Api::Start::run() const {
   } catch (const MCPError& error) {
     throw CLIError(error.message);
   }
-  if (jsonMode) return Out::json(health);
+  if (settings.jsonMode) return Out::json(health);
   const std::string version = health.object() ? Out::text(*health.object(), "version") : "";
-  Out::line(Out::paint("Running", Style::green) + (version.empty() ? "" : " " + version));
+  if (version.empty()) return Out::line(Out::paint(Out::Deed::running));
+  Out::done(Out::Deed::running, version);
 }
 
 ArgumentParser::Declaration Api::Stop::declaration() {
@@ -99,8 +100,8 @@ ArgumentParser::Declaration Api::Stop::declaration() {
 void Api::Stop::run() const {
   options.apply();
   const JSONValue outcome = stopAPI();
-  if (jsonMode) return Out::json(outcome);
-  Out::line(Out::paint("Stopped", Style::yellow) + " and it stays off until it is started again");
+  if (settings.jsonMode) return Out::json(outcome);
+  Out::done(Out::Deed::stopped, "and it stays off until it is started again");
 }
 
 }  // namespace zelto

@@ -71,7 +71,7 @@ const FeedKind FeedKind::actions{"/action-history", "actions", printActionRows};
 void printFeedBatch(const FeedKind& kind, const JSONObject& response, bool verbose) {
   JSONArray list = objectsIn(response, kind.listKey);
   if (list.empty()) return;
-  if (jsonMode) {
+  if (settings.jsonMode) {
     Out::json(std::move(list));
   } else {
     kind.printRows(list, verbose);

@@ -3,6 +3,7 @@
 #include "cli/CLICall.h"
 #include "cli/CLIError.h"
 #include "client/Timeouts.h"
+#include "client/Wire.h"
 #include "commands/FeedRows.h"
 
 namespace zelto {
@@ -24,7 +25,7 @@ void followFeed(const FeedKind& kind, std::int64_t count, bool follow, std::opti
                 bool verbose) {
   const Query query = since ? Query{{"since", *since}} : Query{{"limit", count}};
   JSONObject response = expectObject(cliCall({"GET", kind.path, query}));
-  if (jsonMode && !follow) return Out::json(std::move(response));
+  if (settings.jsonMode && !follow) return Out::json(std::move(response));
   printFeedBatch(kind, response, verbose);
   if (!follow) return;
   for (;;) {
@@ -33,7 +34,7 @@ void followFeed(const FeedKind& kind, std::int64_t count, bool follow, std::opti
   }
 }
 
-[[noreturn]] void followBothFeeds(bool verbose) {
+void followBothFeeds(bool verbose) {
   struct Feed {
     const FeedKind& kind;
     std::int64_t last = 0;
@@ -104,7 +105,7 @@ ArgumentParser::Declaration Watch::declaration() {
 
 void Watch::run() const {
   options.apply();
-  if (!only) followBothFeeds(verbose);
+  if (!only) return followBothFeeds(verbose);
   if (*only == "events") return followFeed(FeedKind::events, watchedTail, true, std::nullopt, verbose);
   if (*only == "actions") return followFeed(FeedKind::actions, watchedTail, true, std::nullopt, verbose);
   throw CLIError("--only takes events or actions");

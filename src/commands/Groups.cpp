@@ -15,10 +15,10 @@ std::string pathOf(const std::string& name) {
   return "/groups/" + percentEncode(name);
 }
 
-void switchGroup(const std::string& name, const char* suffix, const Out::StyledText& marker) {
-  const JSONValue response = cliCall({"POST", pathOf(name) + suffix});
-  if (jsonMode) return Out::json(response);
-  Out::line(marker + " every rule in " + name);
+void switchGroup(const std::string& name, bool on) {
+  const JSONValue response = cliCall({"POST", pathOf(name) + (on ? "/enable" : "/disable")});
+  if (settings.jsonMode) return Out::json(response);
+  Out::line(Out::onOff(on, 3) + " every rule in " + name);
 }
 
 }  // namespace
@@ -36,16 +36,16 @@ ArgumentParser::Declaration Groups::List::declaration() {
 void Groups::List::run() const {
   options.apply();
   JSONArray groups = expectList(cliCall({"GET", "/groups"}));
-  if (jsonMode) return Out::json(std::move(groups));
+  if (settings.jsonMode) return Out::json(std::move(groups));
   if (groups.empty()) return Out::line("No groups yet.");
-  std::vector<Out::Column> columns{{"RULES", Style::dim}, {"NAME"}};
+  Out::Table table{{"RULES", Style::dim}, {"NAME"}};
   for (const JSONValue& each : groups) {
     const JSONObject& group = *each.object();
-    columns[0].rows.push_back(std::to_string(integerIn(group, "enabledCount")) + "/" +
-                              std::to_string(integerIn(group, "ruleCount")));
-    columns[1].rows.push_back(Out::text(group, "name"));
+    table.row({std::to_string(integerIn(group, "enabledCount")) + "/" +
+                   std::to_string(integerIn(group, "ruleCount")),
+               Out::text(group, "name")});
   }
-  Out::table(columns);
+  table.print();
 }
 
 ArgumentParser::Declaration Groups::Enable::declaration() {
@@ -57,7 +57,7 @@ ArgumentParser::Declaration Groups::Enable::declaration() {
 
 void Groups::Enable::run() const {
   options.apply();
-  switchGroup(name, "/enable", Out::paint("on ", Style::green));
+  switchGroup(name, true);
 }
 
 ArgumentParser::Declaration Groups::Disable::declaration() {
@@ -69,7 +69,7 @@ ArgumentParser::Declaration Groups::Disable::declaration() {
 
 void Groups::Disable::run() const {
   options.apply();
-  switchGroup(name, "/disable", Out::paint("off", Style::dim));
+  switchGroup(name, false);
 }
 
 ArgumentParser::Declaration Groups::Rename::declaration() {
@@ -84,7 +84,7 @@ void Groups::Rename::run() const {
   options.apply();
   const JSONValue response =
       cliCall({.method = "PATCH", .path = pathOf(name), .body = JSONObject{{"name", newName}}});
-  if (jsonMode) return Out::json(response);
+  if (settings.jsonMode) return Out::json(response);
   Out::line(name + " is now " + newName);
 }
 

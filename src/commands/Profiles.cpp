@@ -27,17 +27,15 @@ ArgumentParser::Declaration Profiles::List::declaration() {
 void Profiles::List::run() const {
   options.apply();
   JSONArray profiles = expectList(cliCall({"GET", "/profiles"}));
-  if (jsonMode) return Out::json(std::move(profiles));
+  if (settings.jsonMode) return Out::json(std::move(profiles));
   if (profiles.empty()) return Out::line("No profiles yet.");
-  std::vector<Out::Column> columns{{""}, {"ID", Style::dim}, {"RULES", Style::dim}, {"NAME"}};
+  Out::Table table{{""}, {"ID", Style::dim}, {"RULES", Style::dim}, {"NAME"}};
   for (const JSONValue& each : profiles) {
     const JSONObject& profile = *each.object();
-    columns[0].rows.push_back(flagIn(profile, "active") ? Out::paint("*", Style::green) : " ");
-    columns[1].rows.push_back(shortId(Out::text(profile, "id")));
-    columns[2].rows.push_back(Out::text(profile, "ruleCount"));
-    columns[3].rows.push_back(Out::text(profile, "name"));
+    table.row({Out::marker(flagIn(profile, "active")), shortId(Out::text(profile, "id")),
+               Out::text(profile, "ruleCount"), Out::text(profile, "name")});
   }
-  Out::table(columns);
+  table.print();
 }
 
 ArgumentParser::Declaration Profiles::Add::declaration() {
@@ -53,8 +51,8 @@ void Profiles::Add::run() const {
   JSONObject body{{"name", name}};
   if (icon) body.set("icon", *icon);
   const JSONValue response = cliCall({.method = "POST", .path = "/profiles", .body = body});
-  if (jsonMode) return Out::json(response);
-  Out::line(Out::paint("Created", Style::green) + " " + name);
+  if (settings.jsonMode) return Out::json(response);
+  Out::done(Out::Deed::created, name);
 }
 
 ArgumentParser::Declaration Profiles::Activate::declaration() {
@@ -68,8 +66,8 @@ void Profiles::Activate::run() const {
   options.apply();
   const Resolved profile = resolveProfile(id);
   const JSONValue response = cliCall({"POST", "/profiles/" + percentEncode(profile.id) + "/activate"});
-  if (jsonMode) return Out::json(response);
-  Out::line(Out::paint("Active", Style::green) + " " + profile.name);
+  if (settings.jsonMode) return Out::json(response);
+  Out::done(Out::Deed::active, profile.name);
 }
 
 }  // namespace zelto

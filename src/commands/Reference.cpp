@@ -20,7 +20,7 @@ void Docs::run() const {
   options.apply();
   if (!topic) return Out::table({{"TOPIC", {}, {"context", "trigger-context", "applescript-context"}}});
   const JSONObject docs = expectObject(cliCall({"GET", "/docs/" + percentEncode(*topic)}));
-  if (jsonMode) return Out::json(docs);
+  if (settings.jsonMode) return Out::json(docs);
   Out::line(Out::text(docs, "markdown"));
 }
 
@@ -42,7 +42,7 @@ void Prompt::run() const {
   Query query{{"kind", kind}, {"runner", runner}};
   if (sub) query["subEvent"] = *sub;
   const JSONObject prompt = expectObject(cliCall({"GET", "/generator/prompt", query}));
-  if (jsonMode) return Out::json(prompt);
+  if (settings.jsonMode) return Out::json(prompt);
   Out::line(Out::text(prompt, "systemPrompt"));
 }
 
@@ -54,15 +54,15 @@ ArgumentParser::Declaration Runners::declaration() {
 void Runners::run() const {
   options.apply();
   const JSONObject runners = expectObject(cliCall({"GET", "/runners"}));
-  if (jsonMode) return Out::json(runners);
+  if (settings.jsonMode) return Out::json(runners);
   const std::vector<std::string> presets = stringsIn(runners, "presets");
   Out::table({{"PRESET", {}, {presets.begin(), presets.end()}}});
   const std::string note = Out::text(runners, "note"), custom = Out::text(runners, "custom");
   if (!note.empty()) {
     Out::line("");
-    Out::line(Out::paint(note, Style::dim));
+    Out::hint(note);
   }
-  if (!custom.empty()) Out::line(Out::paint(custom, Style::dim));
+  if (!custom.empty()) Out::hint(custom);
 }
 
 }  // namespace zelto

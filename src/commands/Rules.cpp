@@ -16,6 +16,7 @@ namespace {
 
 using ArgumentParser::command;
 using ArgumentParser::type;
+using Out::Deed;
 using Out::Style;
 
 constexpr const char* idsHelp = "Rule ids, prefixes, or names";
@@ -29,7 +30,7 @@ void switchRules(const std::vector<std::string>& refs, bool on) {
   for (const std::string& ref : refs) {
     const Resolved rule = resolveRule(ref);
     cliCall({"POST", pathOf(rule) + (on ? "/enable" : "/disable")});
-    Out::line((on ? Out::paint("on ", Style::green) : Out::paint("off", Style::dim)) + " " + rule.name);
+    Out::line(Out::onOff(on, 3) + " " + rule.name);
     Out::flush();
   }
 }
@@ -75,22 +76,18 @@ void Rules::List::run() const {
       return text::folded(Out::text(*rule.object(), "group")) != wanted;
     });
   }
-  if (jsonMode) return Out::json(std::move(rules));
+  if (settings.jsonMode) return Out::json(std::move(rules));
   if (rules.empty()) return Out::line(group ? "No rules in " + *group + "." : "No rules yet.");
 
-  std::vector<Out::Column> columns{{"ID", Style::dim},    {""},    {"TRIGGER", Style::cyan}, {"ACTION"},
-                                   {"GROUP", Style::dim}, {"NAME"}};
+  Out::Table table{{"ID", Style::dim},    {""},    {"TRIGGER", Style::cyan}, {"ACTION"},
+                   {"GROUP", Style::dim}, {"NAME"}};
   for (const JSONValue& each : rules) {
     const JSONObject& rule = *each.object();
-    columns[0].rows.push_back(shortId(Out::text(rule, "id")));
-    columns[1].rows.push_back(flagIn(rule, "enabled") ? Out::paint("on", Style::green)
-                                                      : Out::paint("off", Style::dim));
-    columns[2].rows.push_back(Out::text(rule, "triggerType"));
-    columns[3].rows.push_back(Out::text(rule, "action"));
-    columns[4].rows.push_back(Out::text(rule, "group"));
-    columns[5].rows.push_back(Out::text(rule, "name"));
+    table.row({shortId(Out::text(rule, "id")), Out::onOff(flagIn(rule, "enabled")),
+               Out::text(rule, "triggerType"), Out::text(rule, "action"), Out::text(rule, "group"),
+               Out::text(rule, "name")});
   }
-  Out::table(columns);
+  table.print();
 }
 
 ArgumentParser::Declaration Rules::Show::declaration() {
@@ -103,7 +100,8 @@ ArgumentParser::Declaration Rules::Show::declaration() {
 void Rules::Show::run() const {
   options.apply();
   const JSONObject rule = expectObject(cliCall({"GET", pathOf(resolveRule(id))}));
-  jsonMode ? Out::json(rule) : printRule(rule);
+  if (settings.jsonMode) return Out::json(rule);
+  printRule(rule);
 }
 
 ArgumentParser::Declaration Rules::Add::declaration() {
@@ -137,8 +135,8 @@ void Rules::Add::run() const {
   if (action) body.set("action", *action);
   body.set("enabled", !disabled);
   const JSONObject rule = expectObject(cliCall({.method = "POST", .path = "/rules", .body = body}));
-  if (jsonMode) return Out::json(rule);
-  Out::line(Out::paint("Created", Style::green) + " " + shortId(Out::text(rule, "id")));
+  if (settings.jsonMode) return Out::json(rule);
+  Out::done(Deed::created, shortId(Out::text(rule, "id")));
   printRule(rule);
 }
 
@@ -161,8 +159,8 @@ void Rules::Set::run() const {
   const std::string path = pathOf(resolveRule(id));
   const JSONObject rule =
       expectObject(cliCall({.method = "PATCH", .path = path, .body = parseAssignments(assignments)}));
-  if (jsonMode) return Out::json(rule);
-  Out::line(Out::paint("Updated", Style::green) + " " + Out::text(rule, "name"));
+  if (settings.jsonMode) return Out::json(rule);
+  Out::done(Deed::updated, Out::text(rule, "name"));
   printRule(rule);
 }
 
@@ -178,10 +176,10 @@ void Rules::Remove::run() const {
   options.apply();
   std::vector<Resolved> rules;
   for (const std::string& ref : ids) rules.push_back(resolveRule(ref));
-  if (!force && platform::isTerminal(0)) confirmRemoval(rules);
+  if (!force && platform::inputIsTerminal()) confirmRemoval(rules);
   for (const Resolved& rule : rules) {
     cliCall({"DELETE", pathOf(rule)});
-    Out::line(Out::paint("Deleted", Style::red) + " " + rule.name);
+    Out::done(Deed::deleted, rule.name);
     Out::flush();
   }
 }
@@ -221,8 +219,8 @@ void Rules::Fire::run() const {
   options.apply();
   const Resolved rule = resolveRule(id);
   cliCall({"POST", pathOf(rule) + "/fire"});
-  Out::line(Out::paint("Fired", Style::yellow) + " " + rule.name);
-  Out::line(Out::paint("What it did shows up in: zelto history", Style::dim));
+  Out::done(Deed::fired, rule.name);
+  Out::hint("What it did shows up in: zelto history");
 }
 
 }  // namespace zelto

@@ -14,15 +14,14 @@ namespace {
 using Out::Style;
 
 void printTypes(const JSONArray& types) {
-  std::vector<Out::Column> columns{{"TYPE", Style::cyan}, {"COST", Style::dim}, {"NAME"}};
+  Out::Table table{{"TYPE", Style::cyan}, {"COST", Style::dim}, {"NAME"}};
   for (const JSONValue& each : types) {
-    columns[0].rows.push_back(Out::text(*each.object(), "type"));
-    columns[1].rows.push_back(Out::text(*each.object(), "cost"));
-    columns[2].rows.push_back(Out::text(*each.object(), "displayName"));
+    table.row({Out::text(*each.object(), "type"), Out::text(*each.object(), "cost"),
+               Out::text(*each.object(), "displayName")});
   }
-  Out::table(columns);
+  table.print();
   Out::line("");
-  Out::line(Out::paint("zelto schema <type> for its sub-events and variables", Style::dim));
+  Out::hint("zelto schema <type> for its sub-events and variables");
 }
 
 void printSummary(const JSONObject& type) {
@@ -37,16 +36,13 @@ void printSubEvent(const JSONObject& subEvent) {
   Out::section(Out::text(subEvent, "subEvent") + "  " +
                Out::paint(Out::text(subEvent, "displayName"), Style::dim));
   const JSONArray variables = objectsIn(subEvent, "values");
-  if (variables.empty()) return Out::line(Out::paint("no variables", Style::dim));
-  std::vector<Out::Column> columns{
-      {"TEMPLATE", Style::cyan}, {"ENV", Style::dim}, {"TYPE", Style::dim}, {"WHAT IT IS"}};
+  if (variables.empty()) return Out::hint("no variables");
+  Out::Table table{{"TEMPLATE", Style::cyan}, {"ENV", Style::dim}, {"TYPE", Style::dim}, {"WHAT IT IS"}};
   for (const JSONValue& each : variables) {
-    columns[0].rows.push_back(Out::text(*each.object(), "template"));
-    columns[1].rows.push_back(Out::text(*each.object(), "envVar"));
-    columns[2].rows.push_back(Out::text(*each.object(), "type"));
-    columns[3].rows.push_back(Out::text(*each.object(), "description"));
+    table.row({Out::text(*each.object(), "template"), Out::text(*each.object(), "envVar"),
+               Out::text(*each.object(), "type"), Out::text(*each.object(), "description")});
   }
-  Out::table(columns);
+  table.print();
 }
 
 }  // namespace
@@ -64,7 +60,7 @@ ArgumentParser::Declaration Schema::declaration() {
 void Schema::run() const {
   options.apply();
   JSONObject schema = expectObject(cliCall({"GET", "/schema"}));
-  if (jsonMode) return Out::json(std::move(schema));
+  if (settings.jsonMode) return Out::json(std::move(schema));
   const JSONArray types = objectsIn(schema, "triggerTypes");
   if (!trigger) return printTypes(types);
   const auto found = std::find_if(types.begin(), types.end(), [&](const JSONValue& type) {

@@ -89,7 +89,7 @@ void Script::Test::run() const {
                                                   .path = "/scripts",
                                                   .body = std::move(body),
                                                   .timeout = timeout + timeouts::scriptMargin}));
-  if (jsonMode) return Out::json(result);
+  if (settings.jsonMode) return Out::json(result);
 
   const std::int64_t exitCode = integerIn(result, "exitCode");
   Out::fields({{"exit", Out::paint(std::to_string(exitCode), exitCode == 0 ? Style::green : Style::red)},

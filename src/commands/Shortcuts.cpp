@@ -12,25 +12,23 @@ using ArgumentParser::type;
 using Out::Style;
 
 void printBundled(const JSONArray& shortcuts) {
-  std::vector<Out::Column> columns{{""}, {"NAME"}, {"WHAT IT DOES", Style::dim}};
+  Out::Table table{{""}, {"NAME"}, {"WHAT IT DOES", Style::dim}};
   for (const JSONValue& each : shortcuts) {
     const JSONObject& shortcut = *each.object();
-    columns[0].rows.push_back(flagIn(shortcut, "installed") ? Out::paint("*", Style::green) : " ");
-    columns[1].rows.push_back(Out::text(shortcut, "name"));
-    columns[2].rows.push_back(Out::text(shortcut, "readableName"));
+    table.row({Out::marker(flagIn(shortcut, "installed")), Out::text(shortcut, "name"),
+               Out::text(shortcut, "readableName")});
   }
   Out::section("Bundled");
-  Out::table(columns);
+  table.print();
 }
 
 void printInstalled(const JSONArray& shortcuts) {
-  std::vector<Out::Column> columns{{"FOLDER", Style::dim}, {"NAME"}};
+  Out::Table table{{"FOLDER", Style::dim}, {"NAME"}};
   for (const JSONValue& each : shortcuts) {
-    columns[0].rows.push_back(Out::text(*each.object(), "folder"));
-    columns[1].rows.push_back(Out::text(*each.object(), "name"));
+    table.row({Out::text(*each.object(), "folder"), Out::text(*each.object(), "name")});
   }
   Out::section("On this Mac");
-  Out::table(columns);
+  table.print();
 }
 
 }  // namespace
@@ -51,7 +49,7 @@ ArgumentParser::Declaration Shortcuts::List::declaration() {
 void Shortcuts::List::run() const {
   options.apply();
   const JSONObject shortcuts = expectObject(cliCall({"GET", "/shortcuts"}));
-  if (jsonMode) return Out::json(shortcuts);
+  if (settings.jsonMode) return Out::json(shortcuts);
   const JSONArray bundled = objectsIn(shortcuts, "builtin"), installed = objectsIn(shortcuts, "installed");
   if (!bundled.empty()) printBundled(bundled);
   if (!builtin && !installed.empty()) printInstalled(installed);
@@ -72,9 +70,9 @@ void Shortcuts::Install::run() const {
   options.apply();
   const JSONObject response = expectObject(
       cliCall({.method = "POST", .path = "/shortcuts/install", .body = JSONObject{{"name", name}}}));
-  if (jsonMode) return Out::json(response);
-  Out::line(Out::paint("Opened", Style::green) + " " + Out::text(response, "opened"));
-  Out::line(Out::paint("Accept it in the Shortcuts window to finish.", Style::dim));
+  if (settings.jsonMode) return Out::json(response);
+  Out::done(Out::Deed::opened, Out::text(response, "opened"));
+  Out::hint("Accept it in the Shortcuts window to finish.");
 }
 
 }  // namespace zelto

@@ -87,7 +87,7 @@ void Mcp::Status::run() const {
     names.push_back(client.name);
     ids.push_back(client.id);
   }
-  if (jsonMode) {
+  if (settings.jsonMode) {
     const auto& arguments = MCPInstaller::serverArguments;
     return Out::json(JSONObject{{"server", server},
                                 {"args", JSONArray(arguments.begin(), arguments.end())},
@@ -107,7 +107,7 @@ ArgumentParser::Declaration Mcp::Clients::declaration() {
 void Mcp::Clients::run() const {
   options.apply();
   JSONArray list;
-  std::vector<Out::Column> columns{{""}, {"ID", Style::cyan}, {"NAME"}, {"CONFIG", Style::dim}};
+  Out::Table table{{""}, {"ID", Style::cyan}, {"NAME"}, {"CONFIG", Style::dim}};
   for (const Client& client : MCPInstaller::clients()) {
     const bool isPresent = client.isPresent(), isInstalled = MCPInstaller::isInstalled(client);
     list.push_back(JSONObject{{"id", client.id},
@@ -115,12 +115,11 @@ void Mcp::Clients::run() const {
                               {"path", client.path},
                               {"present", isPresent},
                               {"installed", isInstalled}});
-    columns[0].rows.push_back(isInstalled ? Out::paint("*", Style::green) : " ");
-    columns[1].rows.push_back(client.id);
-    columns[2].rows.push_back(client.name);
-    columns[3].rows.push_back(isPresent ? client.path : "not on this Mac");
+    table.row(
+        {Out::marker(isInstalled), client.id, client.name, isPresent ? client.path : "not on this Mac"});
   }
-  jsonMode ? Out::json(std::move(list)) : Out::table(columns);
+  if (settings.jsonMode) return Out::json(std::move(list));
+  table.print();
 }
 
 ArgumentParser::Declaration Mcp::Install::declaration() {
@@ -140,8 +139,7 @@ void Mcp::Install::run() const {
   forEachClient(client, [&](const Client& each) {
     if (!platform::isExecutableFile(server)) throw MCPInstaller::InstallError::missingServer();
     MCPInstaller::install(each, server);
-    Out::line(Out::paint("Installed", Style::green) + " " + each.name +
-              Out::paint("  " + each.detail, Style::dim));
+    Out::done(Out::Deed::installed, each.name + Out::paint("  " + each.detail, Style::dim));
   });
 }
 
@@ -156,7 +154,7 @@ void Mcp::Remove::run() const {
   options.apply();
   forEachClient(client, [](const Client& each) {
     MCPInstaller::remove(each);
-    Out::line(Out::paint("Removed", Style::red) + " " + each.name);
+    Out::done(Out::Deed::removed, each.name);
   });
 }
 

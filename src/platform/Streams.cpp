@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <utility>
 
 #include <unistd.h>
 
@@ -15,23 +16,33 @@ namespace {
 
 constexpr std::size_t flushAt = 1 << 16;
 
-}  // namespace
+/// What waits for standard output.
+std::string pending;
 
-std::string& pendingOutput() {
-  static std::string pending;
-  return pending;
+void write(std::string_view bytes) {
+  if (writeAll(STDOUT_FILENO, bytes)) return;
+  throw OutputError(std::string("cannot write standard output: ") + std::strerror(errno));
 }
 
+}  // namespace
+
 void print(const StyledText& text) {
-  pendingOutput() += text.bytes;
-  if (pendingOutput().size() >= flushAt) flushOutput();
+  printHarmless(text.bytes);
+}
+
+void printHarmless(std::string_view bytes) {
+  // Much at once is not copied first.
+  if (bytes.size() >= flushAt) {
+    flushOutput();
+    return write(bytes);
+  }
+  pending += bytes;
+  if (pending.size() >= flushAt) flushOutput();
 }
 
 void flushOutput() {
-  std::string& pending = pendingOutput();
-  const bool written = writeAll(STDOUT_FILENO, pending);
-  pending.clear();
-  if (!written) throw OutputError(std::string("cannot write standard output: ") + std::strerror(errno));
+  // Emptied first: what could not be written is not written again by whoever tells of that.
+  write(std::exchange(pending, {}));
 }
 
 void printError(std::string_view text) {

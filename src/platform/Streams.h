@@ -18,9 +18,9 @@ struct OutputError : std::runtime_error {
 /// Appends `text` to what waits for standard output, and writes when much has gathered. Raises `OutputError`.
 void print(const StyledText& text);
 
-/// What waits for standard output, for those that build their output in place. All goes out as it stands
-/// there: for a terminal, nothing may be put there that one would obey.
-std::string& pendingOutput();
+/// The same for bytes that go out as they are, since their writer has made sure that they hold nothing which
+/// a terminal would obey. Raises `OutputError`.
+void printHarmless(std::string_view bytes);
 
 /// Writes all that waits to standard output. Raises `OutputError`. A closed pipe ends the process by SIGPIPE.
 void flushOutput();

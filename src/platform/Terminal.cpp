@@ -14,6 +14,10 @@ bool outputIsTerminal() {
   return is;
 }
 
+bool inputIsTerminal() {
+  return isTerminal(STDIN_FILENO);
+}
+
 std::optional<TerminalSize> terminalSize() {
   winsize size{};
   if (::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) != 0) return std::nullopt;

@@ -11,6 +11,9 @@ bool isTerminal(int descriptor);
 /// Whether standard output is. Asked once.
 bool outputIsTerminal();
 
+/// Whether standard input is.
+bool inputIsTerminal();
+
 struct TerminalSize {
   int columns;
   int rows;

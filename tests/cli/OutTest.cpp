@@ -10,8 +10,10 @@ namespace {
 
 std::string printed(const std::vector<Out::Column>& columns) {
   OutputOptions{.noColor = true}.apply();
+  testing::internal::CaptureStdout();
   Out::table(columns);
-  return std::exchange(platform::pendingOutput(), {});
+  platform::flushOutput();
+  return testing::internal::GetCapturedStdout();
 }
 
 TEST(Out, FillsShortColumnsOfATable) {
