@@ -26,7 +26,7 @@ namespace {
 /// The beds to go on with the word at the cursor that are not on the line yet.
 std::vector<std::string> bedsLeft(const std::vector<std::string>& words, std::size_t wordIndex, std::size_t) {
   const std::string typed = wordIndex < words.size() ? words[wordIndex] : "";
-  std::vector<std::string> beds{"ferns", "herbs", "tom's corner", "$HOME bed"};
+  std::vector<std::string> beds{"ferns", "herbs", "tom's corner", "$HOME bed", "back\\slash"};
   std::erase_if(beds, [&](const std::string& bed) {
     const bool isGiven = bed != typed && std::find(words.begin(), words.end(), bed) != words.end();
     return isGiven || !bed.starts_with(typed);
@@ -105,7 +105,7 @@ struct Beds {
   struct Add {
     std::string name;
     std::vector<std::string> crops, set, labels;
-    std::optional<std::string> photo, notes, plan, store, neighbour, likeness, offset;
+    std::optional<std::string> photo, notes, plan, store, neighbour, likeness, offset, net;
 
     static AP::Declaration declaration() {
       using AP::CompletionKind;
@@ -129,11 +129,15 @@ struct Beds {
         it.option(
             &Add::likeness, "like",
             {.help = "A bed to copy", .completion = CompletionKind::customDeprecated([](const auto& words) {
-                                        return std::vector{std::to_string(words.size()) + "-words"};
+                                        const auto empty = std::count(words.begin(), words.end(), "");
+                                        return std::vector{std::to_string(words.size()) + "-words-" +
+                                                           std::to_string(empty) + "-empty"};
                                       })});
         it.option(&Add::offset, "offset",
                   {.help = "Steps to the side, -5 as well",
                    .parsing = AP::SingleValueParsingStrategy::unconditional});
+        it.option(&Add::net, "net",
+                  {.help = "Its net", .name = AP::NameSpecification::customLong("shade.net")});
       });
     }
     void run() const {

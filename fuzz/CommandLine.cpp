@@ -3,7 +3,8 @@
 #include <cstdlib>
 
 #include "ArgumentParser/ArgumentParser.h"
-#include "ArgumentParser/MessageInfo.h"
+#include "ArgumentParser/messages/MessageInfo.h"
+#include "ArgumentParser/parsing/CommandParser.h"
 #include "text/Unicode.h"
 
 namespace ArgumentParser {
@@ -83,12 +84,9 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
   const std::string_view bytes(reinterpret_cast<const char*>(data), size);
   std::vector<std::string> arguments;
   for (const std::string_view each : text::split(bytes, '\0')) arguments.push_back(text::repairedUTF8(each));
-  try {
-    parseAsRoot(tree, arguments);
-  } catch (...) {
-    const MessageInfo info(std::current_exception(), tree);
-    const std::string message = info.fullText();
-    if (message.empty() || !text::isUTF8(message)) std::abort();
-  }
+  const Outcome outcome = CommandParser(tree).parse(arguments);
+  const std::string message = messageInfo(outcome, tree).fullText();
+  const bool isRun = std::holds_alternative<Run>(outcome);
+  if (message.empty() != isRun || !text::isUTF8(message)) std::abort();
   return 0;
 }

@@ -1,7 +1,10 @@
 #include "ArgumentParser/Program.h"
 
-#include "ArgumentParser/CommandParser.h"
-#include "ArgumentParser/MessageInfo.h"
+#include <cstdio>
+#include <cstdlib>
+
+#include "ArgumentParser/messages/MessageInfo.h"
+#include "ArgumentParser/parsing/CommandParser.h"
 #include "platform/Streams.h"
 #include "text/Unicode.h"
 
@@ -11,62 +14,77 @@ namespace {
 /// The status of sysexits.h for an error within the program.
 constexpr int softwareError = 70;
 
+/// Prints the words of an end, if it has any, and returns the process's exit status.
+int printed(const CommandError& end) {
+  try {
+    if (end.text.empty()) return end.status;
+    if (end.goesToStandardOutput) {
+      platform::print(end.text + "\n");
+      platform::flushOutput();
+    } else {
+      platform::printError(end.text + "\n");
+    }
+    return end.status;
+  } catch (const platform::OutputError& error) {
+    // The words themselves could not be written.
+    platform::printError(std::string("Error: ") + error.what() + "\n");
+    return ExitCode::failure.value;
+  }
+}
+
+CommandError endOf(const Outcome& outcome, const CommandTree& tree) {
+  const MessageInfo info = messageInfo(outcome, tree);
+  return {info.fullText(), info.goesToStandardOutput(), info.status()};
+}
+
+/// The exit status of what `end` gives; a malformed declaration is told, whenever it comes to light.
+template <class End>
+int exitStatus(End end) {
+  try {
+    return printed(end());
+  } catch (const DeclarationError& error) {
+    platform::printError(std::string(error.what()) + "\n");
+    return softwareError;
+  }
+}
+
+}  // namespace
+
+CommandError::CommandError(std::string words, bool isForOutput, std::int32_t exitStatus)
+    : text(std::move(words)), goesToStandardOutput(isForOutput), status(exitStatus) {}
+
+int main(CommandType root, int argc, const char* const* argv) {
+  return exitStatus([&] {
+    const CommandTree tree(root);
+    return endOf(afterRun(CommandParser(tree).parse(argumentsFrom(argc, argv)), tree), tree);
+  });
+}
+
 std::vector<std::string> argumentsFrom(int argc, const char* const* argv) {
   std::vector<std::string> arguments;
   for (int i = 1; i < argc; ++i) arguments.push_back(text::repairedUTF8(argv[i]));
   return arguments;
 }
 
-/// Prints what there is to say of the end and returns the process's exit status.
-int exitStatus(const MessageInfo& info) {
-  const std::string text = info.fullText();
-  if (!text.empty()) {
-    if (info.goesToStandardOutput()) {
-      platform::print(text + "\n");
-      platform::flushOutput();
-    } else {
-      platform::printError(text + "\n");
-    }
-  }
-  return info.status();
-}
-
-int parseAndRun(const CommandTree& tree, const std::vector<std::string>& arguments) {
-  CommandParser::Result parsed = CommandParser(tree).parse(arguments);
-  if (const auto* error = std::get_if<CommandError>(&parsed)) return exitStatus(MessageInfo(*error, tree));
-  std::get<CommandParser::Record>(parsed)->run();
-  platform::flushOutput();
-  return ExitCode::success.value;
-}
-
-}  // namespace
-
-std::unique_ptr<CommandRecord> parseAsRoot(const CommandTree& tree,
+std::shared_ptr<CommandRecord> parseAsRoot(const CommandTree& tree,
                                            const std::vector<std::string>& arguments) {
-  CommandParser::Result parsed = CommandParser(tree).parse(arguments);
-  if (auto* error = std::get_if<CommandError>(&parsed)) throw std::move(*error);
-  return std::get<CommandParser::Record>(std::move(parsed));
+  Outcome outcome = CommandParser(tree).parse(arguments);
+  if (Run* run = std::get_if<Run>(&outcome)) return std::move(run->record);
+  throw endOf(outcome, tree);
 }
 
-int main(CommandType root, int argc, const char* const* argv) {
-  try {
-    const CommandTree tree(root);
+void exit(CommandType root, const std::exception_ptr& error) {
+  std::exit(exitStatus([&]() -> CommandError {
+    if (!error) return {{}, false, ExitCode::success.value};
     try {
-      try {
-        return parseAndRun(tree, argumentsFrom(argc, argv));
-      } catch (const DeclarationError&) {
-        throw;
-      } catch (...) {
-        return exitStatus(MessageInfo(std::current_exception(), tree));
-      }
-    } catch (const platform::OutputError&) {
-      // The text of the outcome itself could not be written.
-      return exitStatus(MessageInfo(std::current_exception(), tree));
+      std::rethrow_exception(error);
+    } catch (const CommandError& end) {
+      return end;
+    } catch (...) {
+      const CommandTree tree(root);
+      return endOf(outcomeOf(error, {&tree.root()}, tree), tree);
     }
-  } catch (const DeclarationError& error) {
-    platform::printError(std::string(error.what()) + "\n");
-    return softwareError;
-  }
+  }));
 }
 
 }  // namespace ArgumentParser

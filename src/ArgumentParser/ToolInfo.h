@@ -1,4 +1,5 @@
-// The machine-readable model of a command tree, for documentation tools and for the completion generators.
+// The machine-readable model of a command tree, which `--experimental-dump-help` prints as JSON: for
+// documentation tools, and for the completion generators.
 #pragma once
 
 #include <cstdint>
@@ -8,9 +9,6 @@
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include "ArgumentParser/ArgumentDefinition.h"
-#include "ArgumentParser/CommandTree.h"
 
 namespace ArgumentParser {
 
@@ -76,9 +74,6 @@ struct ToolInfoV0 {
   CommandInfoV0 command;
   friend bool operator==(const ToolInfoV0&, const ToolInfoV0&) = default;
 };
-
-/// The model of the stack's last command and all below it, the built-in `help` command its last child.
-ToolInfoV0 makeToolInfo(const CommandStack& stack);
 
 /// The model as JSON text: keys sorted, empty fields left out, "/" escaped.
 std::string dumpText(const ToolInfoV0& info);

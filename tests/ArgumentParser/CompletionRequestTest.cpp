@@ -23,7 +23,7 @@ struct Pick {
       it.option(&Pick::plain, "plain");
       it.option(&Pick::old, "old",
                 {.name = shortAndLong, .completion = CompletionKind::customDeprecated([](const auto& words) {
-                                         return std::vector{std::to_string(words.size())};
+                                         return std::vector{text::joined(words, ",")};
                                        })});
     });
   }
@@ -48,7 +48,7 @@ TEST(CompletionRequest, ComesToAScriptOrAnErrorOfTheRoot) {
       arguments.erase(arguments.begin());
     }
     const support::ScopedVariable shell("SHELL", path);
-    const Outcome found = outcome(type<Tool>(), arguments);
+    const End found = outcome(type<Tool>(), arguments);
     EXPECT_EQ(found.firstLine(), expected) << line;
     EXPECT_EQ(found.status != 0, found.text.find(" <subcommand>\n  See 'tool ") != std::string::npos) << line;
   }
@@ -65,11 +65,13 @@ TEST(CompletionRequest, AnswersTheCallsOfTheScripts) {
       {"fish", "pick -- positional@1 1 0 it's", "1,0\nit's"},
       {"bash", "pick -- positional@1 1 0 $(it's)~<a", "1,0\n\\$(it\\'s)\\~\\<a"},
       {"zsh", "pick -- positional@1 1 0 it's", "1,0\nit's\n_"},
-      {"", "pick -- --old -- pick", "2"},
+      {"zsh", "pick -- positional@1 1 0 a\\b\\:c\\", "1,0\na\\\\b\\:c\\\\\n_"},
+      {"", "pick -- --old -- pick", "--,pick"},
+      {"fish", "pick -- --old tool '' pick", "tool,,pick"},
   };
   for (const auto& [shell, call, answer] : cases) {
     const support::ScopedVariable calling("SAP_SHELL", shell);
-    const Outcome found = outcome(type<Tool>(), words(std::string("---completion ") + call));
+    const End found = outcome(type<Tool>(), words(std::string("---completion ") + call));
     EXPECT_EQ(found.text, answer) << call;
     EXPECT_EQ(found.status, 0) << call;
   }

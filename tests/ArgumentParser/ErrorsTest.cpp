@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include "ArgumentParser/ErrorMessageGenerator.h"
+#include "ArgumentParser/messages/ErrorMessageGenerator.h"
 #include "Outcome.h"
 #include "support/Surroundings.h"
 
@@ -177,7 +177,7 @@ TEST(Errors, HaveTheirWordsUsageAndStatus) {
       command = content;
     } else if (line.starts_with('=')) {
       const std::string expected = std::exchange(text, {}) + usages.at(content);
-      const Outcome actual = outcome(type<Tool>(), words(command));
+      const End actual = outcome(type<Tool>(), words(command));
       EXPECT_EQ(actual.text + "\n", expected) << command;
       EXPECT_EQ(actual.status, 64) << command;
       ++count;
@@ -190,7 +190,7 @@ TEST(Errors, HaveTheirWordsUsageAndStatus) {
 
 TEST(Errors, OtherEndsHaveTheirTextAndStatus) {
   for (const auto& [line, expected] : expectedRows("ends.txt")) {
-    const Outcome actual = outcome(type<Tool>(), words(line));
+    const End actual = outcome(type<Tool>(), words(line));
     EXPECT_EQ(std::to_string(actual.status) + (actual.text.empty() ? "" : " ") + actual.text, expected)
         << line;
   }
@@ -199,7 +199,7 @@ TEST(Errors, OtherEndsHaveTheirTextAndStatus) {
 TEST(Errors, RequestsComeToWhatTheyAskFor) {
   const support::ScopedVariable columns("COLUMNS", "80"), rows("LINES", "25");
   for (const auto& [line, other] : expectedRows("requests.txt")) {
-    const Outcome actual = outcome(type<Tool>(), words(line));
+    const End actual = outcome(type<Tool>(), words(line));
     EXPECT_EQ(actual.text, outcome(type<Tool>(), words(other)).text) << line;
     EXPECT_EQ(actual.status, 0) << line;
   }
@@ -233,12 +233,10 @@ TEST(Errors, OfEveryOtherKindHaveWords) {
   };
   const CommandTree tree(type<Tool>());
   for (const auto& [error, message] : cases) {
-    EXPECT_EQ(outcome(std::make_exception_ptr(error), tree).text,
+    EXPECT_EQ(endOf(Fault{{&tree.root()}, error}, tree).text,
               std::string("Error: ") + message +
                   "\nUsage: tool <subcommand>\n  See 'tool --help' for more information.");
   }
-  const auto version = std::make_exception_ptr(ParserError(VersionRequested{}));
-  EXPECT_EQ(outcome(version, tree).text, "Unspecified version");
 }
 
 TEST(EditDistance, CountsCharacters) {

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "ArgumentParser/HelpGenerator.h"
-#include "ArgumentParser/TextLayout.h"
-#include "ArgumentParser/UsageGenerator.h"
+#include "ArgumentParser/messages/HelpGenerator.h"
+#include "ArgumentParser/messages/TextLayout.h"
+#include "ArgumentParser/messages/UsageGenerator.h"
 #include "Outcome.h"
 #include "support/Surroundings.h"
 

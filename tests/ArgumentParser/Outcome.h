@@ -8,7 +8,8 @@
 #include <gtest/gtest.h>
 
 #include "ArgumentParser/ArgumentParser.h"
-#include "ArgumentParser/MessageInfo.h"
+#include "ArgumentParser/messages/MessageInfo.h"
+#include "ArgumentParser/parsing/CommandParser.h"
 #include "support/Surroundings.h"
 #include "text/Unicode.h"
 
@@ -46,28 +47,24 @@ inline std::vector<Row> expectedRows(const std::string& name) {
   return rows;
 }
 
-struct Outcome {
+/// The end of a process: what it prints and its status.
+struct End {
   std::string text;
   int status = 0;
   std::string firstLine() const { return text.substr(0, text.find('\n')); }
 };
 
-inline Outcome outcome(const std::exception_ptr& error, const CommandTree& tree) {
-  const MessageInfo info(error, tree);
+inline End endOf(const Outcome& outcome, const CommandTree& tree) {
+  const MessageInfo info = messageInfo(outcome, tree);
   // Words of a success go to standard output, all others to standard error.
   EXPECT_EQ(info.goesToStandardOutput(), info.status() == 0 && !info.fullText().empty());
   return {info.fullText(), info.status()};
 }
 
 /// The end of a process with that command line.
-inline Outcome outcome(CommandType root, const std::vector<std::string>& arguments) {
+inline End outcome(CommandType root, const std::vector<std::string>& arguments) {
   const CommandTree tree(root);
-  try {
-    parseAsRoot(tree, arguments)->run();
-    return {};
-  } catch (...) {
-    return outcome(std::current_exception(), tree);
-  }
+  return endOf(afterRun(CommandParser(tree).parse(arguments), tree), tree);
 }
 
 }  // namespace ArgumentParser

@@ -161,7 +161,7 @@ TEST(Parsing, FillsFieldsOrTellsTheFault) {
     const std::string_view names = std::string_view(line).substr(0, line.find(' '));
     const auto arguments = words(text::trimmed(std::string_view(line).substr(names.size())));
     for (const std::string_view name : text::split(names, ',')) {
-      const Outcome actual = outcome(declarations.at(name), arguments);
+      const End actual = outcome(declarations.at(name), arguments);
       EXPECT_EQ(actual.firstLine(), expected) << name << " of " << line;
       EXPECT_EQ(actual.status, expected.starts_with("Error: ") ? 64 : 0) << name << " of " << line;
     }

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "ArgumentParser/ToolInfo.h"
+#include "ArgumentParser/dump/MakeToolInfo.h"
 #include "Outcome.h"
 
 namespace ArgumentParser {

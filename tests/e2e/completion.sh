@@ -73,9 +73,9 @@ check 'greenhouse beds add --crop ' "beans | peas | lady's mantle | a:b | 1\\2"
 check 'greenhouse during s' 'spring | summer'
 check 'greenhouse during spring ' ''
 check 'greenhouse beds add --neighbour ' 'bed-1 | bed 2'
-check 'greenhouse beds add --like ' '5-words'
-check 'greenhouse water ' "ferns | herbs | tom's corner | \$HOME bed"
-check 'greenhouse water --fan -l 3 ferns herbs ' "tom's corner | \$HOME bed"
+check 'greenhouse beds add --like ' '5-words-1-empty'
+check 'greenhouse water ' "ferns | herbs | tom's corner | \$HOME bed | back\\slash"
+check 'greenhouse water --fan -l 3 ferns herbs ' "tom's corner | \$HOME bed | back\\slash"
 check 'greenhouse water ferns he' 'herbs'
 slash=$(only fish echo /)
 check 'greenhouse beds add --plan ' "plan.png | photo.jpg | notes.md | sub$slash"

@@ -1,0 +1,43 @@
+#include "ArgumentParser/declarations/Arguments.h"
+
+namespace ArgumentParser::detail {
+
+std::pair<std::vector<Name>, std::vector<Name>> invertedNames(std::string_view key,
+                                                              const NameSpecification& names,
+                                                              FlagInversion inversion) {
+  // A leading underscore marks a field that is not for everyone's eyes; it is no part of an option's name.
+  if (key.starts_with('_')) key.remove_prefix(1);
+  std::vector<Name> setting, clearing;
+  for (const Name& name : names.makeNames(key)) {
+    const auto prefixed = [&](const char* prefix) {
+      return Name{name.kind, std::string(prefix) + "-" + name.text};
+    };
+    if (name.isShort()) {
+      // A single character has no room for a prefix: it sets.
+      setting.push_back(name);
+    } else if (inversion == FlagInversion::prefixedNo) {
+      setting.push_back(name);
+      clearing.push_back(prefixed("no"));
+    } else {
+      setting.push_back(prefixed("enable"));
+      clearing.push_back(prefixed("disable"));
+    }
+  }
+  if (clearing.empty()) {
+    throw DeclarationError("The flag '" + std::string(key) +
+                           "' has no long name to make its inversion from.");
+  }
+  return {setting, clearing};
+}
+
+ArgumentDefinition::Help makeHelp(const ArgumentHelp& help, const GroupSpec& group) {
+  ArgumentDefinition::Help result;
+  result.abstract = help.abstract;
+  result.discussion.text = help.discussion;
+  result.valueName = help.valueName;
+  result.visibility = std::max(help.visibility, group.visibility);
+  result.parentTitle = group.title;
+  return result;
+}
+
+}  // namespace ArgumentParser::detail

@@ -1,0 +1,164 @@
+// A command's declaration: its configuration, its arguments in order, and how its record is made and run.
+#pragma once
+
+#include <concepts>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "ArgumentParser/declarations/ArgumentDefinition.h"
+#include "ArgumentParser/declarations/Arguments.h"
+#include "ArgumentParser/declarations/Exits.h"
+
+namespace ArgumentParser {
+
+class Declaration;
+
+/// Names a command type among other declarations. Null means no command.
+class CommandType {
+ public:
+  CommandType() = default;
+  explicit CommandType(Declaration (*function)()) : declare(function) {}
+  Declaration declaration() const;
+  CommandIdentity identity() const { return reinterpret_cast<CommandIdentity>(declare); }
+  explicit operator bool() const { return declare != nullptr; }
+  friend bool operator==(const CommandType&, const CommandType&) = default;
+
+ private:
+  Declaration (*declare)() = nullptr;
+};
+
+/// The command type `Command`, for lists of subcommands.
+template <class Command>
+CommandType type() {
+  return CommandType(&Command::declaration);
+}
+
+/// Further children of a command, listed in help under a heading of their own.
+struct CommandGroup {
+  std::string name;
+  std::vector<CommandType> subcommands;
+};
+
+/// A version: a text, or a look-up that is made when something asks for the text or whether there is one. An
+/// empty text is no version.
+class Version {
+ public:
+  Version() = default;
+  Version(const char* text) : fixed(text) {}
+  Version(std::string text) : fixed(std::move(text)) {}
+  Version(std::string (*function)()) : lookUp(function) {}
+  bool isEmpty() const { return text().empty(); }
+  std::string text() const { return lookUp != nullptr ? lookUp() : fixed; }
+
+ private:
+  std::string fixed;
+  std::string (*lookUp)() = nullptr;
+};
+
+/// What a command is called and says about itself. Every field may be left out.
+struct CommandConfiguration {
+  std::optional<std::string> commandName = {};       ///< absent: the type's name by the kebab rule
+  std::optional<std::string> superCommandName = {};  ///< shown before the root's name in usage and help
+  std::string abstract = {};                         ///< one line
+  std::optional<std::string> usage = {};             ///< replaces the generated usage; empty: none is printed
+  std::string discussion = {};
+  Version version = {};       ///< makes `--version` available here and below
+  bool shouldDisplay = true;  ///< false: in no list of subcommands and no completion
+  std::vector<CommandType> subcommands = {};
+  std::vector<CommandGroup> groupedSubcommands = {};
+  CommandType defaultSubcommand = {};               ///< one of the children: chosen when none is named
+  std::optional<NameSpecification> helpNames = {};  ///< absent: the nearest ancestor's, else -h and --help
+  std::vector<std::string> aliases = {};
+};
+
+/// A command's record behind its type.
+class CommandRecord {
+ public:
+  virtual ~CommandRecord() = default;
+  virtual void* fields() = 0;
+  virtual CommandIdentity identity() const = 0;
+  virtual void validate() = 0;
+  /// The status that the process ends with.
+  virtual std::int32_t run() = 0;
+  /// The record of `Command`, or null if this is another command's.
+  template <class Command>
+  Command* as() {
+    return identity() == type<Command>().identity() ? static_cast<Command*>(fields()) : nullptr;
+  }
+};
+
+/// One command as the framework sees it. Its arguments are declared only when somebody looks at them.
+class Declaration {
+ public:
+  CommandConfiguration configuration;
+  std::string typeName;
+  std::function<void(ArgumentSet&)> declareArguments;
+  std::function<std::shared_ptr<CommandRecord>()> makeRecord;
+};
+
+inline Declaration CommandType::declaration() const {
+  return declare();
+}
+
+namespace detail {
+
+/// The unqualified name of a type, as the compiler writes it.
+template <class Type>
+std::string unqualifiedTypeName() {
+  std::string_view name = __PRETTY_FUNCTION__;
+  name = name.substr(name.find("Type = ") + 7);
+  name = name.substr(0, name.find_first_of(";]"));
+  return std::string(name.substr(name.rfind(':') + 1));
+}
+
+template <class Command>
+class TypedRecord final : public CommandRecord {
+ public:
+  void* fields() override { return &command; }
+  CommandIdentity identity() const override { return type<Command>().identity(); }
+  void validate() override {
+    if constexpr (requires { command.validate(); }) command.validate();
+  }
+  std::int32_t run() override {
+    if constexpr (requires {
+                    { command.run() } -> std::same_as<int>;
+                  }) {
+      return command.run();
+    } else if constexpr (requires { command.run(); }) {
+      command.run();
+      return ExitCode::success.value;
+    } else {
+      throw CleanExit::helpRequest(type<Command>().identity());
+    }
+  }
+
+ private:
+  Command command{};
+};
+
+}  // namespace detail
+
+/// Declares the command `Command`: a record with plain fields and, unless it only groups others, a `run`. The
+/// function gets an `Arguments<Command>` and names the fields in order.
+template <class Command, class DeclareArguments>
+Declaration command(CommandConfiguration configuration, DeclareArguments declareArguments) {
+  return {std::move(configuration), detail::unqualifiedTypeName<Command>(),
+          [declareArguments](ArgumentSet& set) {
+            Arguments<Command> arguments(set);
+            declareArguments(arguments);
+          },
+          [] { return std::make_shared<detail::TypedRecord<Command>>(); }};
+}
+
+/// Declares a command without arguments of its own.
+template <class Command>
+Declaration command(CommandConfiguration configuration) {
+  return command<Command>(std::move(configuration), [](Arguments<Command>&) {});
+}
+
+}  // namespace ArgumentParser

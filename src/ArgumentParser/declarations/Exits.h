@@ -1,0 +1,63 @@
+// How a command ends other than by returning: the values that its `validate` and `run` may throw.
+#pragma once
+
+#include <cstdint>
+#include <exception>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <variant>
+
+namespace ArgumentParser {
+
+/// A fault of a declaration itself. No input of a user leads here.
+struct DeclarationError : std::logic_error {
+  using std::logic_error::logic_error;
+};
+
+/// Thrown by a command's `validate` or `run`: printed with the usage, status 64.
+struct ValidationError : std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
+/// Thrown by a command to end with a status and no words.
+struct ExitCode : std::exception {
+  explicit ExitCode(std::int32_t status) : value(status) {}
+  const char* what() const noexcept override { return "ExitCode"; }
+  std::int32_t value;
+
+  static const ExitCode success, failure, validationFailure;
+};
+inline const ExitCode ExitCode::success{0};
+inline const ExitCode ExitCode::failure{1};
+inline const ExitCode ExitCode::validationFailure{64};
+
+/// Identifies a command declaration; null means none.
+using CommandIdentity = const void*;
+
+/// Thrown by a command to end with success and a text on standard output.
+struct CleanExit : std::exception {
+  struct HelpRequest {
+    CommandIdentity command = nullptr;  ///< whose help; null: that of the command at hand
+  };
+  struct Message {
+    std::string text;
+  };
+  struct DumpRequest {
+    CommandIdentity command = nullptr;
+  };
+
+  explicit CleanExit(std::variant<HelpRequest, Message, DumpRequest> what) : request(std::move(what)) {}
+  static CleanExit helpRequest(CommandIdentity command = nullptr) { return CleanExit(HelpRequest{command}); }
+  static CleanExit message(std::string text) { return CleanExit(Message{std::move(text)}); }
+  static CleanExit dumpRequest(CommandIdentity command = nullptr) { return CleanExit(DumpRequest{command}); }
+  const char* what() const noexcept override {
+    const auto* message = std::get_if<Message>(&request);
+    if (message != nullptr) return message->text.c_str();
+    return std::holds_alternative<DumpRequest>(request) ? "--experimental-dump-help" : "--help";
+  }
+
+  std::variant<HelpRequest, Message, DumpRequest> request;
+};
+
+}  // namespace ArgumentParser

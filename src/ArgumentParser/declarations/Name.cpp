@@ -1,0 +1,106 @@
+#include "ArgumentParser/declarations/Name.h"
+
+#include <algorithm>
+
+#include "ArgumentParser/declarations/Exits.h"
+#include "text/Unicode.h"
+
+namespace ArgumentParser {
+namespace {
+
+template <class... Cases>
+struct Overloaded : Cases... {
+  using Cases::operator()...;
+};
+template <class... Cases>
+Overloaded(Cases...) -> Overloaded<Cases...>;
+
+bool isNameCharacter(char c) {
+  return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_' || c == '-';
+}
+
+/// What is wrong with a literal name, in the order in which it is looked at; empty if nothing is.
+std::string_view literalFault(std::string_view literal, std::size_t dashes) {
+  if (literal.empty()) return "Can't use the empty string as a name.";
+  if (literal.find(' ') != std::string_view::npos) return "Can't use spaces in a name.";
+  if (!std::all_of(literal.begin(), literal.end(), isNameCharacter)) {
+    return "Must use only letters, numbers, underscores, or dashes.";
+  }
+  if (dashes == 0) return "Need one or two prefix dashes.";
+  if (dashes > 2) return "Can't have more than a two-dash prefix.";
+  if (dashes == literal.size()) return "Need at least one character after the dash prefix.";
+  return {};
+}
+
+}  // namespace
+
+const Name& preferredName(const std::vector<Name>& names) {
+  const auto found =
+      std::find_if(names.begin(), names.end(), [](const Name& name) { return !name.isShort(); });
+  return found != names.end() ? *found : names.front();
+}
+
+NameSpecification NameSpecification::literals(std::initializer_list<const char*> list) {
+  NameSpecification result = none();
+  for (const char* literal : list) result.elements.push_back(elementFromLiteral(literal));
+  return result;
+}
+
+NameSpecification::Element NameSpecification::elementFromLiteral(std::string_view literal) {
+  const std::size_t dashes = std::min(literal.find_first_not_of('-'), literal.size());
+  if (const auto fault = literalFault(literal, dashes); !fault.empty()) {
+    return InvalidLiteral{std::string(literal), std::string(fault)};
+  }
+  const std::string text(literal.substr(dashes));
+  if (dashes == 1 && text.size() == 1) return CustomShort{text};
+  return CustomLong{text, dashes == 1};
+}
+
+std::vector<Name> NameSpecification::makeNames(std::string_view key) const {
+  std::vector<Name> names;
+  for (const Element& element : elements) {
+    names.push_back(std::visit(
+        Overloaded{[&](const Long&) { return Name::makeLong(convertedToSnakeCase(key)); },
+                   [&](const Short&) {
+                     if (key.empty()) {
+                       throw DeclarationError("Key '' has not characters to form short option name.");
+                     }
+                     return Name::makeShort(text::clusterPrefix(key, 1));
+                   },
+                   [](const CustomLong& custom) {
+                     return custom.withSingleDash ? Name::makeLongWithSingleDash(custom.text)
+                                                  : Name::makeLong(custom.text);
+                   },
+                   [](const CustomShort& custom) {
+                     return Name::makeShort(custom.character, custom.allowingJoined);
+                   },
+                   [&](const InvalidLiteral& invalid) -> Name {
+                     throw DeclarationError("Invalid literal name '" + invalid.literal + "' for property '" +
+                                            std::string(key) + "': " + invalid.message);
+                   }},
+        element));
+  }
+  return names;
+}
+
+std::string convertedToSnakeCase(std::string_view name, char separator) {
+  const auto characters = text::clusters(name);
+  const auto isUpper = [&](std::size_t at) { return text::lowercased(characters[at]) != characters[at]; };
+  const auto isLower = [&](std::size_t at) { return text::uppercased(characters[at]) != characters[at]; };
+  std::string result;
+  bool separatesOnUpper = true;
+  for (std::size_t i = 0; i < characters.size(); ++i) {
+    const std::string lower = text::lowercased(characters[i]);
+    if (lower != characters[i]) {
+      if (separatesOnUpper && !result.empty()) result += separator;
+      // An acronym is one word; its last capital begins the next one ("JSONFile" is "json-file").
+      separatesOnUpper = i + 2 < characters.size() && isUpper(i + 1) && isLower(i + 2);
+    } else {
+      separatesOnUpper = characters[i] != std::string_view(&separator, 1);
+    }
+    result += lower;
+  }
+  return result;
+}
+
+}  // namespace ArgumentParser

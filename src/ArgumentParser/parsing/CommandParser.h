@@ -1,0 +1,35 @@
+// From a command line to its outcome: descends through the tree, parsing each command on the way.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "ArgumentParser/declarations/CommandTree.h"
+#include "ArgumentParser/parsing/ArgumentMatcher.h"
+#include "ArgumentParser/parsing/Outcome.h"
+#include "ArgumentParser/parsing/SplitArguments.h"
+
+namespace ArgumentParser {
+
+class CommandParser {
+ public:
+  explicit CommandParser(const CommandTree& commands) : tree(commands), stack{&commands.root()} {}
+
+  /// The command that `arguments` name, ready to run; or the request or fault that they hold.
+  Outcome parse(const std::vector<std::string>& arguments);
+
+ private:
+  // Requests are returned, not raised: they are what a person waits for most, and a start that unwinds no
+  // stack is a tenth faster. Faults are raised by the stages, and caught in `parse`.
+  Outcome parseAll(const std::vector<std::string>& arguments);
+  Outcome descend(SplitArguments& split);
+  Outcome parseCurrent(SplitArguments& split);
+  Outcome decoded(const ArgumentMatcher& matcher);
+  static void checkNothingIsLeft(const SplitArguments& split);
+  CommandStack stackNamed(const std::vector<std::string>& names) const;
+
+  const CommandTree& tree;
+  CommandStack stack;
+};
+
+}  // namespace ArgumentParser

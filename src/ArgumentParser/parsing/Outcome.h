@@ -1,0 +1,44 @@
+// What a command line comes to: a command to run, a request, or a fault.
+#pragma once
+
+#include <cstdint>
+#include <exception>
+#include <functional>
+#include <memory>
+#include <string>
+#include <variant>
+
+#include "ArgumentParser/declarations/CommandTree.h"
+#include "ArgumentParser/parsing/ParserError.h"
+
+namespace ArgumentParser {
+
+/// A command with its fields filled, and, once it has run, the status that it ends with.
+struct Run {
+  std::shared_ptr<CommandRecord> record;
+  std::int32_t status = 0;
+};
+
+/// Something other than a run that was asked for, on the command line or by a command: to print a text on
+/// standard output, or to end with a status and no words.
+struct Request {
+  std::function<std::string()> answer = {};  ///< makes the text; empty for no words
+  std::int32_t status = 0;                   ///< of a request without words
+};
+
+/// A fault, and the commands that were reached, root first.
+struct Fault {
+  CommandStack commandStack;
+  ParserError parserError;
+  bool noArguments = false;  ///< nothing was typed at all: who does that wants to see the help
+};
+
+using Outcome = std::variant<Run, Request, Fault>;
+
+/// What a thrown value comes to; `stack` is the command at hand. Raises `DeclarationError` again.
+Outcome outcomeOf(const std::exception_ptr& thrown, const CommandStack& stack, const CommandTree& tree);
+
+/// Runs the command if there is one to run; what that comes to.
+Outcome afterRun(Outcome parsed, const CommandTree& tree);
+
+}  // namespace ArgumentParser
