@@ -260,8 +260,9 @@ TEST(EditDistance, CountsCharacters) {
 // ---- Declarations that are malformed ----
 
 template <int kind>
-struct Malformed {
+struct Malformed : Runnable {
   bool flag = false;
+  std::optional<std::string> text;
   static Declaration declaration() {
     CommandConfiguration configuration{.commandName = "other"};
     if (kind == 0) configuration.subcommands = {type<Malformed<0>>()};
@@ -270,11 +271,26 @@ struct Malformed {
     if (kind == 3) configuration.aliases = {"another", "other"};
     if (kind == 4) configuration.defaultSubcommand = type<Add>();
     Declaration result = command<Malformed>(configuration, [](auto& it) {
-      it.flag(&Malformed::flag, "key", {.name = NameSpecification::none()});
+      if (kind == 5) it.flag(&Malformed::flag, "key", {.name = NameSpecification::none()});
+      if (kind == 6) it.flag(&Malformed::flag, "key", {.defaultValue = true});
+      if (kind == 7) it.option(&Malformed::text, "key", {.defaultValue = "a", .defaulted = true});
+      if (kind == 8) it.option(&Malformed::text, "");
     });
+    if (kind == 9) result.hasRun = false;
     result.typeName = "Malformed" + std::to_string(kind);
     return result;
   }
+};
+
+/// A root that has a command like that two levels down, away from the road of any line in the tests.
+template <int kind>
+struct Upper {
+  struct Middle {
+    static Declaration declaration() {
+      return command<Middle>({.groupedSubcommands = {{"Group", {type<Add>(), type<Malformed<kind>>()}}}});
+    }
+  };
+  static Declaration declaration() { return command<Upper>({.subcommands = {type<Middle>()}}); }
 };
 
 template <class Attempt>
@@ -288,17 +304,20 @@ std::string fault(Attempt attempt) {
 }
 
 TEST(DeclarationErrors, StopTheProgram) {
-  const auto tree = [](CommandType root) { return fault([&] { CommandTree(root).checkDeclarations(); }); };
+  const auto tree = [](CommandType root) { return fault([&] { CommandTree{root}; }); };
   const std::string itself = " can't have itself as its own subcommand.";
-  EXPECT_EQ(tree(type<Malformed<0>>()), "The command \"Malformed0\"" + itself);
-  EXPECT_EQ(tree(type<Malformed<1>>()), "The command \"Malformed1\"" + itself);
-  EXPECT_EQ(tree(type<Malformed<3>>()),
+  EXPECT_EQ(tree(type<Upper<0>>()), "The command \"Malformed0\"" + itself);
+  EXPECT_EQ(tree(type<Upper<1>>()), "The command \"Malformed1\"" + itself);
+  EXPECT_EQ(tree(type<Upper<3>>()),
             "The command \"Malformed3\" can't have an alias with the same name as the command itself.");
-  EXPECT_EQ(tree(type<Malformed<4>>()),
+  EXPECT_EQ(tree(type<Upper<4>>()),
             "The default subcommand of the command \"Malformed4\" must be one of its subcommands.");
-
-  EXPECT_EQ(fault([] { parseAsRoot(CommandTree(type<Malformed<5>>()), {}); }),
-            "The option or flag 'key' has no name.");
+  EXPECT_EQ(tree(type<Upper<5>>()), "The option or flag 'key' has no name.");
+  EXPECT_EQ(tree(type<Upper<6>>()),
+            "The flag 'key' has a default, but without an inversion it can only become true.");
+  EXPECT_EQ(tree(type<Upper<7>>()), "The argument 'key' has two defaults, its own and the field's.");
+  EXPECT_EQ(tree(type<Upper<8>>()), "Key '' has not characters to form long option name.");
+  EXPECT_EQ(tree(type<Upper<9>>()), "The command \"Malformed9\" has neither a run nor subcommands.");
 
   const char* tooManyDashes = "Can't have more than a two-dash prefix.";
   const std::pair<const char*, const char*> literals[] = {
@@ -317,6 +336,19 @@ TEST(DeclarationErrors, StopTheProgram) {
   }
   EXPECT_EQ(fault([] { shortAndLong.makeNames(""); }),
             "Key '' has not characters to form short option name.");
+  using Element = NameSpecification::Element;
+  const std::pair<Element, const char*> custom[] = {
+      {NameSpecification::CustomShort{"ab"}, "'ab' for property 'key': A short name is one character"},
+      {NameSpecification::CustomShort{""}, "'' for property 'key': A short name is one character"},
+      {NameSpecification::CustomShort{"-"}, "'-' for property 'key': A short name is one character"},
+      {NameSpecification::CustomLong{"--bee"}, "'--bee' for property 'key': The dashes are added"},
+      {NameSpecification::CustomLong{""}, "'' for property 'key': Can't use the empty string"},
+      {NameSpecification::CustomLong{"a=b"}, "'a=b' for property 'key': Can't use '='"},
+  };
+  for (const auto& [element, message] : custom) {
+    const std::string said = fault([&, one = element] { NameSpecification(one).makeNames("key"); });
+    EXPECT_TRUE(said.starts_with(std::string("Invalid name ") + message)) << said;
+  }
   const std::pair<const char*, Name> good[] = {
       {"--name", Name::makeLong("name")},
       {"-n", Name::makeShort("n")},

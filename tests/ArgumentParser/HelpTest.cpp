@@ -196,6 +196,7 @@ struct Bare {
   static Declaration declaration() {
     return command<Bare>({.usage = "", .helpNames = NameSpecification::none()});
   }
+  void run() {}
 };
 
 TEST(Usage, ShortensALongLine) {

@@ -26,6 +26,12 @@ const ArgumentDefinition* ArgumentSet::find(const InputKey& key) const {
   return found != content.end() ? &*found : nullptr;
 }
 
+bool ArgumentSet::isChecked(const void* group) {
+  const bool found = std::find(checkedGroups.begin(), checkedGroups.end(), group) != checkedGroups.end();
+  if (!found) checkedGroups.push_back(group);
+  return found;
+}
+
 bool ArgumentSet::capturesAllRemainingInput() const {
   return positional(ParsingStrategy::allRemainingInput) != nullptr;
 }

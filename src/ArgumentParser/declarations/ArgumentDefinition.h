@@ -2,12 +2,14 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "ArgumentParser/declarations/CompletionKind.h"
+#include "ArgumentParser/declarations/Exits.h"
 #include "ArgumentParser/declarations/Name.h"
 #include "ArgumentParser/declarations/ParsedValue.h"
 
@@ -80,7 +82,20 @@ struct ArgumentDefinition {
 
 /// The definitions of one command, in declared order, those of option groups in the groups' places.
 struct ArgumentSet {
-  std::vector<ArgumentDefinition> content;
+  /// The record of a command further up that a field wants to have.
+  struct Parent {
+    CommandIdentity identity;
+    std::string typeName;
+    std::function<void(void* record, std::shared_ptr<const void> found)> store;
+  };
+
+  std::vector<ArgumentDefinition> content = {};
+  std::vector<Parent> parents = {};
+  bool onlyChecks = false;  ///< nothing is added: declarations are only checked, which is cheap
+  std::vector<const void*> checkedGroups = {};
+
+  /// Whether the option group has been checked before; it counts as checked from now on.
+  bool isChecked(const void* group);
 
   /// The definition that has the name, or null; of several the last one.
   const ArgumentDefinition* find(const Name& name) const;

@@ -1,16 +1,12 @@
 // How texts of the command line become values of a field's type, and back for help texts.
 #pragma once
 
-#include <charconv>
 #include <concepts>
-#include <cstdlib>
+#include <cstdint>
 #include <optional>
 #include <string>
-#include <string_view>
-#include <type_traits>
+#include <utility>
 #include <vector>
-
-#include "text/Number.h"
 
 namespace ArgumentParser {
 
@@ -37,6 +33,28 @@ concept EnumeratedArgument = requires {
 template <class Type>
 struct ArgumentValue;
 
+/// A type that a text can be converted to without further ado.
+template <class Type>
+concept ConvertibleArgument = requires(const std::string& text) {
+  { ArgumentValue<Type>::parse(text) } -> std::convertible_to<std::optional<Type>>;
+};
+
+namespace detail {
+
+/// The integer that the digits are, in base 10 with an optional sign; nothing if it does not fit.
+std::optional<std::int64_t> signedInteger(const std::string& digits);
+std::optional<std::uint64_t> unsignedInteger(const std::string& digits);
+
+/// The number that the digits are. One that the type cannot hold becomes the nearest it can, an infinity
+/// included.
+template <std::floating_point Number>
+std::optional<Number> floatingPoint(const std::string& digits);
+/// Always with a fraction, so that it reads as a number that may have one: "15.0".
+template <std::floating_point Number>
+std::string floatingPointText(Number value);
+
+}  // namespace detail
+
 template <>
 struct ArgumentValue<std::string> {
   static std::optional<std::string> parse(const std::string& text) { return text; }
@@ -45,8 +63,21 @@ struct ArgumentValue<std::string> {
 
 template <class Integer>
 requires std::integral<Integer> &&(!std::same_as<Integer, bool>)struct ArgumentValue<Integer> {
-  static std::optional<Integer> parse(const std::string& digits) { return text::decimal<Integer>(digits); }
+  static std::optional<Integer> parse(const std::string& digits) {
+    if constexpr (std::signed_integral<Integer>) {
+      return narrowed(detail::signedInteger(digits));
+    } else {
+      return narrowed(detail::unsignedInteger(digits));
+    }
+  }
   static std::string text(Integer value) { return std::to_string(value); }
+
+ private:
+  template <class Wide>
+  static std::optional<Integer> narrowed(std::optional<Wide> wide) {
+    const auto value = static_cast<Integer>(wide.value_or(0));
+    return wide && static_cast<Wide>(value) == *wide ? std::optional(value) : std::nullopt;
+  }
 };
 
 template <>
@@ -61,24 +92,9 @@ struct ArgumentValue<bool> {
 template <std::floating_point Number>
 struct ArgumentValue<Number> {
   static std::optional<Number> parse(const std::string& digits) {
-    std::string_view rest = digits;
-    if (rest.starts_with('+') && !rest.starts_with("+-")) rest.remove_prefix(1);
-    Number value{};
-    const auto [end, error] = std::from_chars(rest.data(), rest.data() + rest.size(), value);
-    if (end != rest.data() + rest.size() || rest.empty()) return std::nullopt;
-    // Too large or too small for the type, but a number: the nearest value stands for it, an infinity
-    // included.
-    if (error == std::errc::result_out_of_range)
-      return static_cast<Number>(std::strtod(digits.c_str(), nullptr));
-    return error == std::errc{} ? std::optional(value) : std::nullopt;
+    return detail::floatingPoint<Number>(digits);
   }
-  /// Always with a fraction, so that it reads as a number that may have one: "15.0".
-  static std::string text(Number value) {
-    char buffer[64];
-    std::string result(buffer, std::to_chars(buffer, buffer + sizeof buffer, value).ptr);
-    if (result.find_first_not_of("-0123456789") == std::string::npos) result += ".0";
-    return result;
-  }
+  static std::string text(Number value) { return detail::floatingPointText(value); }
 };
 
 template <EnumeratedArgument Type>

@@ -40,4 +40,29 @@ ArgumentDefinition::Help makeHelp(const ArgumentHelp& help, const GroupSpec& gro
   return result;
 }
 
+void checkNames(std::string_view key, const NameSpecification& names) {
+  if (names.isEmpty()) {
+    throw DeclarationError("The option or flag '" + std::string(key) + "' has no name.");
+  }
+  names.check(key);
+}
+
+void checkFlag(std::string_view key, const FlagSpec& spec) {
+  checkNames(key, spec.name);
+  checkDefaults(key, spec.defaultValue.has_value(), spec.defaulted);
+  if (spec.inversion) {
+    invertedNames(key, spec.name, *spec.inversion);
+  } else if (spec.defaultValue == true || spec.defaulted) {
+    throw DeclarationError("The flag '" + std::string(key) +
+                           "' has a default, but without an inversion it can only become true.");
+  }
+}
+
+void checkDefaults(std::string_view key, bool hasValue, bool isDefaulted) {
+  if (hasValue && isDefaulted) {
+    throw DeclarationError("The argument '" + std::string(key) +
+                           "' has two defaults, its own and the field's.");
+  }
+}
+
 }  // namespace ArgumentParser::detail

@@ -29,6 +29,7 @@ struct HelpCommand {
   std::vector<std::string> subcommands;
   bool help = false;
   static Declaration declaration();
+  void run() const {}  // The parser answers for it.
 };
 
 }  // namespace ArgumentParser

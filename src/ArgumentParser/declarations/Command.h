@@ -5,8 +5,9 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
-#include <string_view>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -44,25 +45,28 @@ struct CommandGroup {
   std::vector<CommandType> subcommands;
 };
 
-/// A version: a text, or a look-up that is made when something asks for the text or whether there is one. An
-/// empty text is no version.
+/// A version: a text, or a function that is called when something asks for the text or whether there is one.
+/// An empty text is no version.
 class Version {
  public:
   Version() = default;
   Version(const char* text) : fixed(text) {}
   Version(std::string text) : fixed(std::move(text)) {}
-  Version(std::string (*function)()) : lookUp(function) {}
+  template <class LookUp>
+  requires std::is_invocable_r_v<std::string, LookUp> Version(LookUp function)
+      : lookUp(std::move(function)) {}
   bool isEmpty() const { return text().empty(); }
-  std::string text() const { return lookUp != nullptr ? lookUp() : fixed; }
+  std::string text() const { return lookUp ? lookUp() : fixed; }
 
  private:
   std::string fixed;
-  std::string (*lookUp)() = nullptr;
+  std::function<std::string()> lookUp;
 };
 
 /// What a command is called and says about itself. Every field may be left out.
 struct CommandConfiguration {
-  std::optional<std::string> commandName = {};       ///< absent: the type's name by the kebab rule
+  /// Absent: the type's name by the kebab rule, so that renaming the C++ type renames the command.
+  std::optional<std::string> commandName = {};
   std::optional<std::string> superCommandName = {};  ///< shown before the root's name in usage and help
   std::string abstract = {};                         ///< one line
   std::optional<std::string> usage = {};             ///< replaces the generated usage; empty: none is printed
@@ -97,8 +101,10 @@ class Declaration {
  public:
   CommandConfiguration configuration;
   std::string typeName;
+  /// Adds the definitions to a set, or only checks them, as the set says. Raises `DeclarationError`.
   std::function<void(ArgumentSet&)> declareArguments;
   std::function<std::shared_ptr<CommandRecord>()> makeRecord;
+  bool hasRun = true;
 };
 
 inline Declaration CommandType::declaration() const {
@@ -107,13 +113,30 @@ inline Declaration CommandType::declaration() const {
 
 namespace detail {
 
-/// The unqualified name of a type, as the compiler writes it.
-template <class Type>
-std::string unqualifiedTypeName() {
-  std::string_view name = __PRETTY_FUNCTION__;
-  name = name.substr(name.find("Type = ") + 7);
-  name = name.substr(0, name.find_first_of(";]"));
-  return std::string(name.substr(name.rfind(':') + 1));
+template <class Command>
+concept Runnable = requires(Command& command) {
+  command.run();
+};
+
+/// Stops the compiler with a sentence at operations that would not do what they seem to.
+template <class Command>
+constexpr void checkOperations() {
+  if constexpr (Runnable<Command>) {
+    using Result = decltype(std::declval<Command&>().run());
+    static_assert(std::is_void_v<Result> || std::same_as<Result, int>,
+                  "A command's run gives back nothing, or an int, which is the exit status.");
+  } else {
+    static_assert(
+        !requires { &Command::run; }, "A command's run is called without arguments.");
+  }
+  if constexpr (requires(Command & command) { command.validate(); }) {
+    static_assert(
+        std::is_void_v<decltype(std::declval<Command&>().validate())>,
+        "A command's validate gives back nothing: it throws a ValidationError that says what is wrong.");
+  } else {
+    static_assert(
+        !requires { &Command::validate; }, "A command's validate is called without arguments.");
+  }
 }
 
 template <class Command>
@@ -125,15 +148,13 @@ class TypedRecord final : public CommandRecord {
     if constexpr (requires { command.validate(); }) command.validate();
   }
   std::int32_t run() override {
-    if constexpr (requires {
-                    { command.run() } -> std::same_as<int>;
-                  }) {
-      return command.run();
-    } else if constexpr (requires { command.run(); }) {
+    if constexpr (!Runnable<Command>) {
+      throw CleanExit::helpRequest(type<Command>().identity());
+    } else if constexpr (std::is_void_v<decltype(command.run())>) {
       command.run();
       return ExitCode::success.value;
     } else {
-      throw CleanExit::helpRequest(type<Command>().identity());
+      return command.run();
     }
   }
 
@@ -147,12 +168,14 @@ class TypedRecord final : public CommandRecord {
 /// function gets an `Arguments<Command>` and names the fields in order.
 template <class Command, class DeclareArguments>
 Declaration command(CommandConfiguration configuration, DeclareArguments declareArguments) {
-  return {std::move(configuration), detail::unqualifiedTypeName<Command>(),
+  detail::checkOperations<Command>();
+  return {std::move(configuration), std::string(detail::typeName<Command>),
           [declareArguments](ArgumentSet& set) {
-            Arguments<Command> arguments(set);
+            detail::InitialRecordOf<Command> fresh;
+            Arguments<Command> arguments(set, fresh);
             declareArguments(arguments);
           },
-          [] { return std::make_shared<detail::TypedRecord<Command>>(); }};
+          [] { return std::make_shared<detail::TypedRecord<Command>>(); }, detail::Runnable<Command>};
 }
 
 /// Declares a command without arguments of its own.

@@ -17,9 +17,57 @@ bool findStack(const CommandNode& node, CommandIdentity command, CommandStack& s
   return false;
 }
 
-void checkBelow(const CommandNode& node) {
-  for (const auto& child : node.children()) checkBelow(*child);
-  node.arguments();
+/// A command on the way of a check, and those above it.
+struct Level {
+  CommandType type;
+  const Declaration& declaration;
+  const Level* above;
+
+  [[noreturn]] void raise(const char* fault) const {
+    throw DeclarationError("The command \"" + declaration.typeName + "\" " + fault);
+  }
+};
+
+std::string nameOf(const Declaration& declaration) {
+  const auto& declared = declaration.configuration.commandName;
+  return declared ? *declared : convertedToSnakeCase(declaration.typeName);
+}
+
+void check(const Level& level, ArgumentSet& arguments);
+
+void checkChildren(const Level& level, const std::vector<CommandType>& children, ArgumentSet& arguments) {
+  for (const CommandType child : children) {
+    // A command further up would be as endless as the command itself.
+    for (const Level* each = &level; each != nullptr; each = each->above) {
+      if (child == each->type) each->raise("can't have itself as its own subcommand.");
+    }
+    check({child, child.declaration(), &level}, arguments);
+  }
+}
+
+void check(const Level& level, ArgumentSet& arguments) {
+  const CommandConfiguration& configuration = level.declaration.configuration;
+  bool hasChildren = false, hasDefault = !configuration.defaultSubcommand;
+  const auto look = [&](const std::vector<CommandType>& children) {
+    const auto isDefault = [&](CommandType child) { return child == configuration.defaultSubcommand; };
+    hasChildren = hasChildren || !children.empty();
+    hasDefault = hasDefault || std::any_of(children.begin(), children.end(), isDefault);
+    checkChildren(level, children, arguments);
+  };
+  look(configuration.subcommands);
+  for (const CommandGroup& group : configuration.groupedSubcommands) look(group.subcommands);
+
+  const auto& aliases = configuration.aliases;
+  if (!aliases.empty() &&
+      std::find(aliases.begin(), aliases.end(), nameOf(level.declaration)) != aliases.end()) {
+    level.raise("can't have an alias with the same name as the command itself.");
+  }
+  if (!hasDefault) {
+    throw DeclarationError("The default subcommand of the command \"" + level.declaration.typeName +
+                           "\" must be one of its subcommands.");
+  }
+  if (!hasChildren && !level.declaration.hasRun) level.raise("has neither a run nor subcommands.");
+  level.declaration.declareArguments(arguments);
 }
 
 }  // namespace
@@ -28,37 +76,17 @@ CommandNode::CommandNode(CommandType commandType, const CommandNode* above)
     : type(commandType),
       declaration(commandType.declaration()),
       parent(above),
-      commandName(configuration().commandName ? *configuration().commandName
-                                              : convertedToSnakeCase(declaration.typeName)) {
-  const auto& aliases = configuration().aliases;
-  if (std::find(aliases.begin(), aliases.end(), name()) != aliases.end()) {
-    throw DeclarationError("The command \"" + declaration.typeName +
-                           "\" can't have an alias with the same name as the command itself.");
-  }
-}
-
-void CommandNode::addChild(CommandType childType) const {
-  // A command further up would be as endless as the node itself.
-  for (const CommandNode* above = this; above != nullptr; above = above->parent) {
-    if (childType != above->type) continue;
-    throw DeclarationError("The command \"" + above->declaration.typeName +
-                           "\" can't have itself as its own subcommand.");
-  }
-  nodes->push_back(std::make_unique<CommandNode>(childType, this));
-}
+      commandName(nameOf(declaration)) {}
 
 const std::vector<std::unique_ptr<CommandNode>>& CommandNode::children() const {
   if (nodes) return *nodes;
   nodes.emplace();
-  for (const CommandType child : configuration().subcommands) addChild(child);
+  const auto add = [&](CommandType child) { nodes->push_back(std::make_unique<CommandNode>(child, this)); };
+  for (const CommandType child : configuration().subcommands) add(child);
   for (const CommandGroup& group : configuration().groupedSubcommands) {
-    for (const CommandType child : group.subcommands) addChild(child);
+    for (const CommandType child : group.subcommands) add(child);
   }
-  if (configuration().defaultSubcommand && defaultSubcommand() == nullptr) {
-    throw DeclarationError("The default subcommand of the command \"" + declaration.typeName +
-                           "\" must be one of its subcommands.");
-  }
-  if (parent == nullptr && !nodes->empty()) addChild(ArgumentParser::type<HelpCommand>());
+  if (parent == nullptr && !nodes->empty()) add(ArgumentParser::type<HelpCommand>());
   return *nodes;
 }
 
@@ -90,8 +118,13 @@ CommandStack CommandTree::stackOf(CommandIdentity command) const {
   return stack;
 }
 
+CommandTree::CommandTree(CommandType root) : rootNode(root, nullptr) {
+  checkDeclarations();
+}
+
 void CommandTree::checkDeclarations() const {
-  checkBelow(rootNode);
+  ArgumentSet arguments{.onlyChecks = true};
+  check({rootNode.type, rootNode.declaration, nullptr}, arguments);
 }
 
 std::string toolName(const CommandStack& stack) {

@@ -14,14 +14,12 @@ namespace ArgumentParser {
 /// One command in its place in the tree. What stands below it, and its arguments, are made when something
 /// looks at them, so that a command line pays for the declarations on its way alone.
 struct CommandNode {
-  /// Raises `DeclarationError` if the declaration of `type` is malformed.
   CommandNode(CommandType type, const CommandNode* above);
 
   const CommandConfiguration& configuration() const { return declaration.configuration; }
   /// The name typed by the user.
   const std::string& name() const { return commandName; }
-  /// Ungrouped children, then those of each group, then the built-in `help` of a root that has any. Raises
-  /// `DeclarationError` if the declaration of one is malformed.
+  /// Ungrouped children, then those of each group, then the built-in `help` of a root that has any.
   const std::vector<std::unique_ptr<CommandNode>>& children() const;
   /// The child of that name or alias, or null; of several the first.
   const CommandNode* child(std::string_view text) const;
@@ -35,8 +33,6 @@ struct CommandNode {
   const CommandNode* parent;
 
  private:
-  void addChild(CommandType childType) const;
-
   std::string commandName;
   mutable std::optional<std::vector<std::unique_ptr<CommandNode>>> nodes;
   mutable std::optional<ArgumentSet> definitions;
@@ -48,13 +44,13 @@ using CommandStack = std::vector<const CommandNode*>;
 /// The tree of a root command.
 class CommandTree {
  public:
-  explicit CommandTree(CommandType root) : rootNode(root, nullptr) {}
+  /// Raises `DeclarationError` if a declaration anywhere in the tree is malformed.
+  explicit CommandTree(CommandType root);
 
   const CommandNode& root() const { return rootNode; }
   /// The stack of the first command of that identity, in declared order; empty if there is none.
   CommandStack stackOf(CommandIdentity command) const;
-  /// Makes the whole tree and all arguments. Raises `DeclarationError` if a declaration in it is malformed; a
-  /// test of a program calls this, for the program itself finds that out only on the way of its command line.
+  /// Looks at the declarations once more. Raises `DeclarationError` as the constructor does.
   void checkDeclarations() const;
 
  private:

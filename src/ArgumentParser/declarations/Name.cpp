@@ -32,6 +32,36 @@ std::string_view literalFault(std::string_view literal, std::size_t dashes) {
   return {};
 }
 
+/// Raises `DeclarationError` for an element that makes no name for the field called `key`.
+struct CheckName {
+  std::string_view key;
+
+  [[noreturn]] void raise(const std::string& name, const char* message) const {
+    throw DeclarationError("Invalid name '" + name + "' for property '" + std::string(key) + "': " + message);
+  }
+  void operator()(const NameSpecification::Long&) const {
+    if (key.empty()) throw DeclarationError("Key '' has not characters to form long option name.");
+  }
+  void operator()(const NameSpecification::Short&) const {
+    if (key.empty()) throw DeclarationError("Key '' has not characters to form short option name.");
+  }
+  void operator()(const NameSpecification::CustomLong& custom) const {
+    if (custom.text.empty()) raise(custom.text, "Can't use the empty string as a name.");
+    if (custom.text.front() == '-') raise(custom.text, "The dashes are added by themselves.");
+    if (custom.text.find('=') != std::string::npos) raise(custom.text, "Can't use '=', which ends a name.");
+  }
+  void operator()(const NameSpecification::CustomShort& custom) const {
+    const bool isOne = custom.character.size() == 1 || text::clusterCount(custom.character) == 1;
+    if (!isOne || custom.character == "-" || custom.character == "=") {
+      raise(custom.character, "A short name is one character, without its dash.");
+    }
+  }
+  void operator()(const NameSpecification::InvalidLiteral& invalid) const {
+    throw DeclarationError("Invalid literal name '" + invalid.literal + "' for property '" +
+                           std::string(key) + "': " + invalid.message);
+  }
+};
+
 }  // namespace
 
 const Name& preferredName(const std::vector<Name>& names) {
@@ -40,10 +70,8 @@ const Name& preferredName(const std::vector<Name>& names) {
   return found != names.end() ? *found : names.front();
 }
 
-NameSpecification NameSpecification::literals(std::initializer_list<const char*> list) {
-  NameSpecification result = none();
-  for (const char* literal : list) result.elements.push_back(elementFromLiteral(literal));
-  return result;
+NameSpecification::NameSpecification(std::initializer_list<const char*> literals) {
+  for (const char* literal : literals) elements.push_back(elementFromLiteral(literal));
 }
 
 NameSpecification::Element NameSpecification::elementFromLiteral(std::string_view literal) {
@@ -56,29 +84,28 @@ NameSpecification::Element NameSpecification::elementFromLiteral(std::string_vie
   return CustomLong{text, dashes == 1};
 }
 
+void NameSpecification::check(std::string_view key) const {
+  if (isLong) CheckName{key}(Long{});
+  for (const Element& element : elements) std::visit(CheckName{key}, element);
+}
+
 std::vector<Name> NameSpecification::makeNames(std::string_view key) const {
+  check(key);
   std::vector<Name> names;
+  if (isLong) names.push_back(Name::makeLong(convertedToSnakeCase(key)));
   for (const Element& element : elements) {
-    names.push_back(std::visit(
-        Overloaded{[&](const Long&) { return Name::makeLong(convertedToSnakeCase(key)); },
-                   [&](const Short&) {
-                     if (key.empty()) {
-                       throw DeclarationError("Key '' has not characters to form short option name.");
-                     }
-                     return Name::makeShort(text::clusterPrefix(key, 1));
-                   },
-                   [](const CustomLong& custom) {
-                     return custom.withSingleDash ? Name::makeLongWithSingleDash(custom.text)
-                                                  : Name::makeLong(custom.text);
-                   },
-                   [](const CustomShort& custom) {
-                     return Name::makeShort(custom.character, custom.allowingJoined);
-                   },
-                   [&](const InvalidLiteral& invalid) -> Name {
-                     throw DeclarationError("Invalid literal name '" + invalid.literal + "' for property '" +
-                                            std::string(key) + "': " + invalid.message);
-                   }},
-        element));
+    names.push_back(
+        std::visit(Overloaded{[&](const Long&) { return Name::makeLong(convertedToSnakeCase(key)); },
+                              [&](const Short&) { return Name::makeShort(text::clusterPrefix(key, 1)); },
+                              [](const CustomLong& custom) {
+                                return custom.withSingleDash ? Name::makeLongWithSingleDash(custom.text)
+                                                             : Name::makeLong(custom.text);
+                              },
+                              [](const CustomShort& custom) {
+                                return Name::makeShort(custom.character, custom.allowingJoined);
+                              },
+                              [](const InvalidLiteral&) { return Name(); }},
+                   element));
   }
   return names;
 }

@@ -57,12 +57,13 @@ struct NameSpecification {
   };
   using Element = std::variant<Long, Short, CustomLong, CustomShort, InvalidLiteral>;
 
-  NameSpecification() : elements{Long{}} {}
+  NameSpecification() : isLong(true) {}
   NameSpecification(std::initializer_list<Element> list) : elements(list) {}
   NameSpecification(Element element) : elements{std::move(element)} {}
   /// Names written as they are typed: "--name", "-n", "-name".
   NameSpecification(const char* literal) : elements{elementFromLiteral(literal)} {}
-  static NameSpecification literals(std::initializer_list<const char*> list);
+  NameSpecification(std::initializer_list<const char*> literals);
+  static NameSpecification literals(std::initializer_list<const char*> list) { return {list}; }
   static NameSpecification customLong(std::string text, bool withSingleDash = false) {
     return Element(CustomLong{std::move(text), withSingleDash});
   }
@@ -74,10 +75,16 @@ struct NameSpecification {
   /// The element that a literal name stands for; an `InvalidLiteral` says what is wrong with it.
   static Element elementFromLiteral(std::string_view literal);
 
+  bool isEmpty() const { return elements.empty() && !isLong; }
+
+  /// Raises `DeclarationError` if a field called `key` cannot have these names.
+  void check(std::string_view key) const;
+
   /// The names for a field called `key`. Raises `DeclarationError`.
   std::vector<Name> makeNames(std::string_view key) const;
 
   std::vector<Element> elements;
+  bool isLong = false;  ///< `Long` alone, without an element for it: most have it, and a start makes many
 };
 
 inline const NameSpecification shortAndLong{NameSpecification::Short{}, NameSpecification::Long{}};

@@ -6,10 +6,25 @@
 
 namespace ArgumentParser {
 
-std::shared_ptr<CommandRecord> decode(const CommandNode& node, const ParsedValues& values) {
+namespace {
+
+std::shared_ptr<const void> recordOf(const ArgumentSet::Parent& parent, const Records& above) {
+  for (const auto& record : above) {
+    if (record->identity() == parent.identity) return {record, record->fields()};
+  }
+  throw ParserError(parser_error::NotParentCommand{parent.typeName});
+}
+
+}  // namespace
+
+std::shared_ptr<CommandRecord> decode(const CommandNode& node, const ParsedValues& values,
+                                      const Records& above) {
   auto record = node.declaration.makeRecord();
   for (const ArgumentDefinition& definition : node.arguments().content) {
     if (definition.decode) definition.decode(record->fields(), values.find(definition.key));
+  }
+  for (const ArgumentSet::Parent& parent : node.arguments().parents) {
+    parent.store(record->fields(), recordOf(parent, above));
   }
   return record;
 }

@@ -9,8 +9,12 @@
 
 namespace ArgumentParser {
 
-/// A new record of the command with its fields filled, in declared order. Raises `ParserError` (`NoValue`,
-/// `UnableToParseValue`).
-std::shared_ptr<CommandRecord> decode(const CommandNode& node, const ParsedValues& values);
+using Records = std::vector<std::shared_ptr<CommandRecord>>;
+
+/// A new record of the command with its fields filled, in declared order, and then those that want a record
+/// of `above`, the commands further up. Raises `ParserError` (`NoValue`, `UnableToParseValue`,
+/// `NotParentCommand`).
+std::shared_ptr<CommandRecord> decode(const CommandNode& node, const ParsedValues& values,
+                                      const Records& above);
 
 }  // namespace ArgumentParser

@@ -75,7 +75,7 @@ Outcome CommandParser::parseCurrent(SplitArguments& split) {
 Outcome CommandParser::decoded(const ArgumentMatcher& matcher) {
   Run run;
   try {
-    run.record = decode(*stack.back(), matcher.values);
+    run.record = decode(*stack.back(), matcher.values, records);
   } catch (const ParserError& error) {
     return Fault{stack, error};
   }
@@ -84,6 +84,7 @@ Outcome CommandParser::decoded(const ArgumentMatcher& matcher) {
   } catch (...) {
     return outcomeOf(std::current_exception(), stack, tree);
   }
+  records.push_back(run.record);
   return run;
 }
 

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "ArgumentParser/declarations/CommandTree.h"
-#include "ArgumentParser/parsing/ArgumentMatcher.h"
+#include "ArgumentParser/parsing/ArgumentDecoder.h"
 #include "ArgumentParser/parsing/Outcome.h"
 #include "ArgumentParser/parsing/SplitArguments.h"
 
@@ -30,6 +30,7 @@ class CommandParser {
 
   const CommandTree& tree;
   CommandStack stack;
+  Records records;  ///< of the commands that are parsed already, for those below them
 };
 
 }  // namespace ArgumentParser

@@ -14,21 +14,23 @@ namespace {
 /// A flag and what it asks for.
 struct Row {
   std::vector<Name> (*names)(const CommandStack& stack);
-  Request (*request)(const CommandStack& stack);
+  /// Nothing where the flag does not stand for a request.
+  std::optional<Request> (*request)(const CommandStack& stack);
 };
 
 /// By precedence.
 constexpr Row rows[] = {
     {[](const CommandStack& stack) { return helpNames(stack); },
-     [](const CommandStack& stack) { return helpRequest(stack); }},
+     [](const CommandStack& stack) { return std::optional(helpRequest(stack)); }},
     {[](const CommandStack& stack) { return helpNames(stack, Visibility::hidden); },
-     [](const CommandStack& stack) { return helpRequest(stack, Visibility::hidden); }},
+     [](const CommandStack& stack) { return std::optional(helpRequest(stack, Visibility::hidden)); }},
     {[](const CommandStack&) { return std::vector{Name::makeLong("experimental-dump-help")}; },
-     [](const CommandStack& stack) { return dumpRequest(stack); }},
-    {[](const CommandStack& stack) {
-       return version(stack) ? std::vector{Name::makeLong("version")} : std::vector<Name>();
-     },
-     [](const CommandStack& stack) { return Request{[found = version(stack)] { return found->text(); }}; }},
+     [](const CommandStack& stack) { return std::optional(dumpRequest(stack)); }},
+    {[](const CommandStack&) { return std::vector{Name::makeLong("version")}; },
+     [](const CommandStack& stack) {
+       const auto found = version(stack);
+       return found ? std::optional(Request{[found] { return found->text(); }}) : std::nullopt;
+     }},
 };
 
 }  // namespace
@@ -42,7 +44,8 @@ std::optional<Request> builtInRequest(const std::vector<SplitArguments::Element>
       return element.option() != nullptr &&
              std::find(names.begin(), names.end(), element.option()->name) != names.end();
     };
-    if (std::any_of(elements.begin(), elements.end(), asks)) return row.request(stack);
+    if (std::none_of(elements.begin(), elements.end(), asks)) continue;
+    if (auto request = row.request(stack)) return request;
   }
   return std::nullopt;
 }
