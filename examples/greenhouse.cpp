@@ -48,8 +48,8 @@ struct Reporting {
 
 struct Water {
   std::vector<std::string> beds;
-  double litres = 0;
-  bool fan = false;
+  double litres = 2.5;
+  bool fan = true;
   Flow flow = Flow::drip;
   std::optional<std::string> secret;
   Reporting reporting;
@@ -62,11 +62,11 @@ struct Water {
                       {.help = "Beds to water: it's [all] if none is given",
                        .completion = AP::CompletionKind::custom(bedsLeft)});
           it.option(&Water::litres, "litres",
-                    {.help = "Litres for each", .name = AP::shortAndLong, .defaultValue = 2.5});
+                    {.help = "Litres for each", .name = AP::shortAndLong, .defaulted = true});
           it.flag(&Water::fan, "fan",
                   {.help = "Run the fan: [off] isn't \"still\" \\ air",
                    .inversion = AP::FlagInversion::prefixedNo,
-                   .defaultValue = true});
+                   .defaulted = true});
           it.enumeratedFlag(
               &Water::flow, "flow",
               {.cases = {{Flow::drip, "drip"}, {Flow::steady, "steady"}, {Flow::flood, "flood"}},
@@ -93,7 +93,7 @@ struct Beds {
 
     static AP::Declaration declaration() {
       return AP::command<List>({.abstract = "List beds"}, [](AP::Arguments<List>& it) {
-        it.option(&List::order, "sort", {.help = "What to go by", .defaultValue = Order::name});
+        it.option(&List::order, "sort", {.help = "What to go by", .defaulted = true});
         it.option(&List::since, "since",
                   {.help = "Only those planted since", .defaultAsFlag = std::string("spring")});
         it.group(&List::reporting, "reporting", {.title = "Reporting"});

@@ -18,6 +18,8 @@ constexpr int softwareError = 70;
 int printed(const CommandError& end) {
   try {
     if (end.text.empty()) return end.status;
+    // What the command has printed by other means comes first.
+    std::fflush(stdout);
     if (end.goesToStandardOutput) {
       platform::print(end.text + "\n");
       platform::flushOutput();

@@ -71,7 +71,7 @@ TEST(Declarations, FillFieldsFromWhereTheySay) {
             "Error: Command 'Zoo' is not a parent of the current command.");
 
   const std::string help = outcome(type<Zoo>(), words("feed --help")).text;
-  for (const char* part : {"--quiet/--no-quiet     (default: --quiet)", "(default: 15)", "(default: ball)",
+  for (const char* part : {"--quiet/--no-quiet      (default: --quiet)", "(default: 15)", "(default: ball)",
                            "--low/--high            (default: --high)"}) {
     EXPECT_NE(help.find(part), std::string::npos) << part << " in\n" << help;
   }

@@ -1,0 +1,9 @@
+# utf8proc, which comes without a package file everywhere: its archive if there is one, so that a program needs nothing
+# beside it.
+if(NOT TARGET zelto_utf8proc)
+  find_library(UTF8PROC_LIBRARY NAMES libutf8proc.a utf8proc REQUIRED)
+  find_path(UTF8PROC_INCLUDE utf8proc.h REQUIRED)
+  add_library(zelto_utf8proc UNKNOWN IMPORTED GLOBAL)
+  set_target_properties(zelto_utf8proc PROPERTIES IMPORTED_LOCATION ${UTF8PROC_LIBRARY}
+    INTERFACE_INCLUDE_DIRECTORIES ${UTF8PROC_INCLUDE})
+endif()
