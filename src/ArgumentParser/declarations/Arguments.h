@@ -105,24 +105,34 @@ concept FitsField = std::is_convertible_v<Given, std::optional<Field>> &&
 /// A default for a field, or none.
 template <class Field>
 struct DefaultValue : std::optional<Field> {
-  using std::optional<Field>::optional;
   DefaultValue() = default;
-  DefaultValue(std::optional<Field> value) : std::optional<Field>(std::move(value)) {}
   template <class Given>
-  requires(!FitsField<Given, Field>) DefaultValue(Given&&) {
-    static_assert(never<Given>, "A default has the type of the field, or of its values.");
+  requires(!std::same_as<std::decay_t<Given>, DefaultValue>) DefaultValue(Given&& given)
+      : std::optional<Field>(checked(std::forward<Given>(given))) {}
+
+ private:
+  template <class Given>
+  static std::optional<Field> checked(Given&& given) {
+    static_assert(FitsField<Given, Field>, "A default has the type of the field, or of its values.");
+    if constexpr (FitsField<Given, Field>) return std::forward<Given>(given);
   }
 };
 
-/// The default of a flag's field; several flags that fill a list may have one of them for it.
+/// The default of several flags that fill a list: the list, or the one value in it.
+template <class Value>
+struct DefaultValues : std::optional<std::vector<Value>> {
+  DefaultValues() = default;
+  DefaultValues(Value value) : std::optional<std::vector<Value>>(std::vector<Value>{std::move(value)}) {}
+  DefaultValues(std::vector<Value> values) : std::optional<std::vector<Value>>(std::move(values)) {}
+};
+
 template <class Field>
-struct EnumeratedDefault : DefaultValue<Field> {
-  using DefaultValue<Field>::DefaultValue;
+struct EnumeratedDefault {
+  using Type = DefaultValue<Field>;
 };
 template <class Value>
-struct EnumeratedDefault<std::vector<Value>> : DefaultValue<std::vector<Value>> {
-  using DefaultValue<std::vector<Value>>::DefaultValue;
-  EnumeratedDefault(Value value) : DefaultValue<std::vector<Value>>(std::vector<Value>{std::move(value)}) {}
+struct EnumeratedDefault<std::vector<Value>> {
+  using Type = DefaultValues<Value>;
 };
 
 template <class Value>
@@ -217,7 +227,7 @@ template <class Field>
 struct EnumeratedFlagSpec {
   std::vector<FlagCase<typename FieldShape<Field>::Value>> cases;
   FlagExclusivity exclusivity = FlagExclusivity::exclusive;
-  detail::EnumeratedDefault<Field> defaultValue = {};
+  typename detail::EnumeratedDefault<Field>::Type defaultValue = {};
   ArgumentHelp help = {};
   bool defaulted = false;  ///< the field's value in a new record is the default
 };
