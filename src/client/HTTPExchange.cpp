@@ -1,22 +1,11 @@
 #include "client/HTTPExchange.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
 #include <limits>
-#include <memory>
-#include <utility>
 #include <vector>
 
-#include <netdb.h>
-#include <netinet/in.h>
-#include <netinet/tcp.h>
-#include <sys/socket.h>
-#include <sys/time.h>
-#include <unistd.h>
-
 #include "client/Errors.h"
-#include "platform/Socket.h"
+#include "platform/Connection.h"
 #include "text/Number.h"
 #include "text/Unicode.h"
 
@@ -27,12 +16,8 @@ constexpr std::size_t readSize = 65536;
 constexpr std::string_view lineEnd = "\r\n";
 constexpr std::string_view headEnd = "\r\n\r\n";
 
-[[noreturn]] void raiseUnreachable(const std::string& reason, Cause cause = Cause::unreachable) {
-  throw MCPError(cause, "cannot reach Zelto (" + reason + "). Is it running?");
-}
-
-[[noreturn]] void raiseErrno() {
-  raiseUnreachable(std::strerror(errno), errno == ECONNREFUSED ? Cause::refused : Cause::unreachable);
+MCPError unreachable(const std::string& reason, Cause cause = Cause::unreachable) {
+  return {cause, "cannot reach Zelto (" + reason + "). Is it running?"};
 }
 
 /// Whole seconds as the socket takes them: cut toward zero, and no more than any system's time-out can hold.
@@ -40,37 +25,6 @@ constexpr std::string_view headEnd = "\r\n\r\n";
 long wholeSeconds(double timeout) {
   constexpr double most = std::numeric_limits<std::int32_t>::max();
   return static_cast<long>(std::clamp(timeout, -most, most));
-}
-
-using Addresses = std::unique_ptr<addrinfo, decltype(&::freeaddrinfo)>;
-
-Addresses resolve(const APICredentials& credentials) {
-  addrinfo hints{};
-  hints.ai_flags = AI_NUMERICSERV;
-  hints.ai_socktype = SOCK_STREAM;
-  addrinfo* list = nullptr;
-  const std::string port = std::to_string(credentials.port);
-  // The system would cut a host at its first NUL and a port to 16 bits, and so reach some other server.
-  if (credentials.host.find('\0') != std::string::npos || !std::in_range<std::uint16_t>(credentials.port) ||
-      ::getaddrinfo(credentials.host.c_str(), port.c_str(), &hints, &list) != 0 || list == nullptr) {
-    raiseUnreachable("cannot resolve " + credentials.host);
-  }
-  return {list, &::freeaddrinfo};
-}
-
-platform::FileDescriptor connectTo(const APICredentials& credentials, long seconds) {
-  // The first address alone is tried: the application listens on one.
-  const Addresses addresses = resolve(credentials);
-  platform::FileDescriptor connection = platform::openSocket(*addresses);
-  if (!connection) raiseErrno();
-  timeval limit{};
-  limit.tv_sec = seconds;
-  const int on = 1;
-  ::setsockopt(connection.get(), SOL_SOCKET, SO_RCVTIMEO, &limit, sizeof limit);
-  ::setsockopt(connection.get(), SOL_SOCKET, SO_SNDTIMEO, &limit, sizeof limit);
-  ::setsockopt(connection.get(), IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
-  if (::connect(connection.get(), addresses->ai_addr, addresses->ai_addrlen) != 0) raiseErrno();
-  return connection;
 }
 
 std::string requestText(const APICredentials& credentials, std::string_view method, std::string_view target,
@@ -90,31 +44,13 @@ std::string requestText(const APICredentials& credentials, std::string_view meth
   return text.append(body);
 }
 
-void sendAll(int connection, std::string_view bytes) {
-  while (!bytes.empty()) {
-    const auto sent = platform::sendQuietly(connection, bytes);
-    if (sent < 1) {
-      if (errno == EINTR) continue;
-      raiseErrno();
-    }
-    bytes.remove_prefix(static_cast<std::size_t>(sent));
-  }
-}
-
-std::string receiveAll(int connection, long seconds) {
+std::string receiveAll(const platform::Connection& connection) {
   std::string received;
   std::vector<char> buffer(readSize);
-  for (;;) {
-    const auto count = ::read(connection, buffer.data(), buffer.size());
-    if (count == 0) return received;
-    if (count > 0) {
-      received.append(buffer.data(), static_cast<std::size_t>(count));
-    } else if (errno == EAGAIN || errno == EWOULDBLOCK) {
-      raiseUnreachable("timed out after " + std::to_string(seconds) + "s", Cause::timedOut);
-    } else if (errno != EINTR) {
-      raiseErrno();
-    }
+  while (const std::size_t count = connection.receive(buffer.data(), buffer.size())) {
+    received.append(buffer.data(), count);
   }
+  return received;
 }
 
 std::int64_t statusIn(std::string_view head) {
@@ -131,11 +67,24 @@ std::int64_t statusIn(std::string_view head) {
 HTTPResponse exchange(const APICredentials& credentials, std::string_view method, std::string_view target,
                       std::string_view body, double timeout) {
   const long seconds = wholeSeconds(timeout);
-  const platform::FileDescriptor connection = connectTo(credentials, seconds);
-  sendAll(connection.get(), requestText(credentials, method, target, body));
-  std::string received = receiveAll(connection.get(), seconds);
+  std::string received;
+  // What went out may have waited as long as what comes in; only the latter counts as a time-out.
+  bool isSent = false;
+  try {
+    const platform::Connection connection(credentials.host, credentials.port, seconds);
+    connection.send(requestText(credentials, method, target, body));
+    isSent = true;
+    received = receiveAll(connection);
+  } catch (const platform::ConnectionError& error) {
+    using Kind = platform::ConnectionError::Kind;
+    if (error.kind == Kind::unresolved) throw unreachable("cannot resolve " + credentials.host);
+    if (error.kind == Kind::refused) throw unreachable(error.what(), Cause::refused);
+    if (error.kind == Kind::timedOut && isSent)
+      throw unreachable("timed out after " + std::to_string(seconds) + "s", Cause::timedOut);
+    throw unreachable(error.what());
+  }
   const std::size_t end = received.find(headEnd);
-  if (end == std::string::npos) raiseUnreachable("no HTTP response");
+  if (end == std::string::npos) throw unreachable("no HTTP response");
   const std::int64_t status = statusIn(std::string_view(received).substr(0, end));
   return {std::move(received), end + headEnd.size(), status};
 }

@@ -27,9 +27,7 @@ std::optional<std::string> recordedApplication() {
 }  // namespace
 
 std::string openURL(const std::string& url) {
-  const auto application = recordedApplication();
-  const auto complaint = platform::runLauncher(application ? std::vector{std::string("-a"), *application, url}
-                                                           : std::vector{url});
+  const auto complaint = platform::openURL(launcherPath, url, recordedApplication());
   if (!complaint) throw MCPError(Cause::launcher, "could not run /usr/bin/open");
   return text::isUTF8(*complaint) ? std::string(text::trimmed(*complaint)) : std::string();
 }

@@ -7,6 +7,10 @@
 
 namespace zelto {
 
+/// The path of the system's launcher. Defined apart from everything else, so that a build for development can
+/// link another.
+extern const char* const launcherPath;
+
 /// Hands `url` to the system's launcher and returns what it complained of, trimmed; empty if it did not or if
 /// that was no UTF-8. Raises `MCPError` if the launcher cannot be started.
 std::string openURL(const std::string& url);

@@ -1,7 +1,5 @@
 #include "commands/Script.h"
 
-#include <unistd.h>
-
 #include "cli/CLICall.h"
 #include "cli/CLIError.h"
 #include "cli/Out.h"
@@ -21,7 +19,7 @@ using Out::Style;
 
 std::string readScript(const std::string& file) {
   if (file == "-") {
-    auto input = platform::readToEnd(STDIN_FILENO);
+    auto input = platform::readToEnd(platform::standardInput);
     return input && text::isUTF8(*input) ? *std::move(input) : std::string();
   }
   auto contents = platform::readFile(platform::expandTilde(file));

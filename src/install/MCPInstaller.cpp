@@ -14,7 +14,7 @@ namespace zelto::MCPInstaller {
 namespace {
 
 constexpr std::string_view memberKey = "zelto";
-constexpr std::string_view logCategory = "MCPInstaller";
+constexpr platform::LogSource logSource{.subsystem = "com.mirrowfen.Zelto", .category = "MCPInstaller"};
 constexpr std::string_view temporaryPrefix = ".zelto-";
 /// More often than an editor saves in the time that an edit takes.
 constexpr int mostAttempts = 5;
@@ -47,7 +47,7 @@ void edit(const Client& client, Change change) {
     const std::optional<std::string> changed = change(old ? old->text : std::string());
     if (!changed || (old && *changed == old->text)) return;
     if (platform::replaceFile(file, *changed, old, temporaryPrefix)) {
-      return platform::log(platform::LogLevel::info, logCategory, "Wrote MCP entry to " + client.path);
+      return platform::log(logSource, platform::LogLevel::info, "Wrote MCP entry to " + client.path);
     }
   }
   throw platform::FileError(client.path + ": another program keeps changing it; nothing was written");
@@ -59,7 +59,7 @@ void editLogged(const Client& client, Change change) {
   try {
     edit(client, change);
   } catch (const std::exception& error) {
-    platform::log(platform::LogLevel::error, logCategory,
+    platform::log(logSource, platform::LogLevel::error,
                   "MCP install failed for " + client.name + ": " + error.what());
     throw;
   }

@@ -1,18 +1,15 @@
 #include "mcp/MCPServer.h"
 
-#include <csignal>
 #include <cstdlib>
 #include <utility>
 
-#include <unistd.h>
-
 #include "client/ControlFile.h"
 #include "client/Errors.h"
+#include "client/Version.h"
 #include "client/Wire.h"
 #include "json/JSONText.h"
 #include "mcp/MCPLineReader.h"
 #include "mcp/Tool.h"
-#include "platform/Environment.h"
 #include "platform/FileDescriptor.h"
 #include "platform/Streams.h"
 #include "platform/Terminal.h"
@@ -47,7 +44,7 @@ void sendMessage(const JSONValue& id, std::string_view member, std::string_view 
   line.reserve(line.size() + member.size() + value.size() + 64);
   if (!json::write(id, replyStyle(), line)) return;
   line.append(",\"").append(member).append("\":").append(value).append("}\n");
-  static_cast<void>(platform::writeAll(STDOUT_FILENO, line));
+  static_cast<void>(platform::writeAll(platform::standardOutput, line));
 }
 
 void sendResult(const JSONValue& id, const JSONValue& result) {
@@ -63,7 +60,7 @@ JSONObject initializeResult(const JSONObject& params) {
   const std::string* version = memberOf(params, "protocolVersion").string();
   return {{"protocolVersion", version != nullptr ? *version : "2024-11-05"},
           {"capabilities", JSONObject{{"tools", JSONObject()}}},
-          {"serverInfo", JSONObject{{"name", "zelto-mcp"}, {"version", platform::versionText()}}}};
+          {"serverInfo", JSONObject{{"name", "zelto-mcp"}, {"version", versionText()}}}};
 }
 
 /// The JSON text of the `tools/list` result. It never changes, so only the first request pays for it.
@@ -159,9 +156,9 @@ void handleMessage(const JSONObject& message) {
 
 void serve() {
   // Whoever stops reading replies, or diagnostics, has not ended the conversation: the input tells.
-  std::signal(SIGPIPE, SIG_IGN);
+  platform::ignoreBrokenPipes();
   log("starting; control file: " + controlFilePath());
-  MCPLineReader reader(STDIN_FILENO);
+  MCPLineReader reader(platform::standardInput);
   for (;;) {
     std::string_view line;
     try {

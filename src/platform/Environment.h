@@ -25,8 +25,8 @@ std::string executablePath();
 /// whose name ends in ".app". Nothing if there is none.
 std::optional<std::string> enclosingBundle(std::string_view executable);
 
-/// The text under CFBundleShortVersionString in the information dictionary of the enclosing bundle, else in
-/// the program's own, else "?". Looked up once.
-std::string versionText();
+/// The text under CFBundleShortVersionString in the information dictionary of the bundle around the running
+/// executable, else in the one beside the executable; nothing if neither has it.
+std::optional<std::string> bundleVersion();
 
 }  // namespace platform

@@ -1,6 +1,7 @@
 #include "platform/FileDescriptor.h"
 
 #include <cerrno>
+#include <csignal>
 #include <vector>
 
 #include <fcntl.h>
@@ -58,6 +59,10 @@ bool writeAll(int descriptor, std::string_view bytes) {
     }
   }
   return true;
+}
+
+void ignoreBrokenPipes() {
+  std::signal(SIGPIPE, SIG_IGN);
 }
 
 void openStandardDescriptors() {

@@ -11,6 +11,9 @@
 
 namespace platform {
 
+/// The descriptors that every program has.
+inline constexpr int standardInput = 0, standardOutput = 1, standardError = 2;
+
 /// Owns one open descriptor and closes it.
 class FileDescriptor {
  public:
@@ -47,6 +50,10 @@ std::optional<std::string> readToEnd(int descriptor);
 /// Writes all of `bytes`, continuing after partial writes and interruptions. False, with `errno` set, when
 /// the system refuses.
 bool writeAll(int descriptor, std::string_view bytes);
+
+/// Has a write to a pipe that nobody reads fail, where it would end the process otherwise. For the rest of
+/// the process.
+void ignoreBrokenPipes();
 
 /// Opens each of the descriptors 0, 1 and 2 that is closed, so that no file or pipe can take its place. From
 /// there nothing comes, and what is written there fails as it does on a closed descriptor.

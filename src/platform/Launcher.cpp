@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <csignal>
+#include <vector>
 
 #include <fcntl.h>
 #include <spawn.h>
@@ -46,21 +47,24 @@ bool openPipe(FileDescriptor& reading, FileDescriptor& writing) {
 
 }  // namespace
 
-std::optional<std::string> runLauncher(const std::vector<std::string>& arguments) {
+std::optional<std::string> openURL(const std::string& launcher, const std::string& url,
+                                   const std::optional<std::string>& application) {
   FileDescriptor reading, writing;
   if (!openPipe(reading, writing)) return std::nullopt;
   FileActions files;
   ::posix_spawn_file_actions_addopen(&files.actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
   ::posix_spawn_file_actions_adddup2(&files.actions, writing.get(), STDERR_FILENO);
 
-  std::vector<char*> argv{const_cast<char*>(launcherPath)};
-  for (const std::string& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
-  argv.push_back(nullptr);
+  std::vector<const char*> arguments{launcher.c_str()};
+  if (application) arguments.insert(arguments.end(), {"-a", application->c_str()});
+  arguments.insert(arguments.end(), {url.c_str(), nullptr});
 
   const Attributes attributes;
   pid_t child = 0;
-  if (::posix_spawn(&child, launcherPath, &files.actions, &attributes.attributes, argv.data(), environ) != 0)
+  if (::posix_spawn(&child, launcher.c_str(), &files.actions, &attributes.attributes,
+                    const_cast<char* const*>(arguments.data()), environ) != 0) {
     return std::nullopt;
+  }
   writing.close();
   // Drained before the wait: a child that fills the pipe would otherwise never end.
   auto complaint = readToEnd(reading.get());

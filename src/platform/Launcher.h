@@ -3,15 +3,14 @@
 
 #include <optional>
 #include <string>
-#include <vector>
 
 namespace platform {
 
-/// The launcher's path. Defined apart from everything else, so that a build for development can link another.
-extern const char* const launcherPath;
-
-/// Runs the launcher with `arguments`, its standard output going nowhere, waits for it, and returns all that
-/// it wrote to standard error; nothing if it cannot be started. Its exit status is not looked at.
-std::optional<std::string> runLauncher(const std::vector<std::string>& arguments);
+/// Has the launcher, the program at that path, open `url`: with the application at the path `application`, or
+/// with the one that the system has for such URLs. Its arguments are those of open(1) of macOS; its standard
+/// output goes nowhere. Waits for its end and returns all that it wrote to standard error; nothing if it
+/// cannot be started. Its exit status is not looked at.
+std::optional<std::string> openURL(const std::string& launcher, const std::string& url,
+                                   const std::optional<std::string>& application);
 
 }  // namespace platform

@@ -7,8 +7,14 @@ namespace platform {
 
 enum class LogLevel { info, error };
 
-/// Logs one line: on macOS to the unified log (subsystem "com.mirrowfen.Zelto"), elsewhere to syslog with
-/// that identity and the category before the text.
-void log(LogLevel level, std::string_view category, std::string_view message);
+/// Who logs, in the terms of macOS's unified log.
+struct LogSource {
+  const char* subsystem;  ///< a program, as a reversed domain name
+  const char* category;   ///< a part of it
+};
+
+/// Logs one line: on macOS to the unified log, elsewhere to syslog, the subsystem as identity and the
+/// category before the text.
+void log(const LogSource& source, LogLevel level, std::string_view message);
 
 }  // namespace platform

@@ -10,7 +10,7 @@
 #include "cli/CLICall.h"
 #include "client/Errors.h"
 #include "json/JSONText.h"
-#include "platform/Socket.h"
+#include "platform/Connection.h"
 #include "support/RawServer.h"
 
 namespace zelto {
@@ -108,10 +108,9 @@ TEST(Exchange, TakesFiftyMegabytes) {
 }
 
 TEST(Exchange, KeepsItsSocketFromChildren) {
-  addrinfo address{};
-  address.ai_family = AF_INET;
-  address.ai_socktype = SOCK_STREAM;
-  EXPECT_EQ(::fcntl(platform::openSocket(address).get(), F_GETFD), FD_CLOEXEC);
+  const ServedAPI api({response("{}")});
+  const platform::Connection connection("127.0.0.1", api.server.port, 1);
+  EXPECT_EQ(::fcntl(connection.descriptor(), F_GETFD), FD_CLOEXEC);
 }
 
 TEST(Exchange, TakesSingleBytes) {

@@ -12,8 +12,8 @@ namespace fs = std::filesystem;
 static std::vector<std::string> logged;
 
 /// In place of the system's log: keeps the lines.
-void platform::log(LogLevel, std::string_view category, std::string_view message) {
-  logged.push_back(std::string(category) + ": " + std::string(message));
+void platform::log(const LogSource& source, LogLevel, std::string_view message) {
+  logged.push_back(std::string(source.category) + ": " + std::string(message));
 }
 
 namespace zelto::MCPInstaller {

@@ -1,6 +1,7 @@
 #include "cli/root/ZeltoCommand.h"
 
 #include "cli/Health.h"
+#include "client/Version.h"
 #include "commands/Api.h"
 #include "commands/Feeds.h"
 #include "commands/Groups.h"
@@ -11,7 +12,6 @@
 #include "commands/Script.h"
 #include "commands/Shortcuts.h"
 #include "install/Mcp.h"
-#include "platform/Environment.h"
 
 namespace zelto {
 
@@ -22,7 +22,7 @@ ArgumentParser::Declaration ZeltoCommand::declaration() {
       {.commandName = "zelto",
        .abstract = "Control Zelto from the terminal",
        .discussion = "Starts Zelto and its local API on demand. `zelto api stop` shuts the API down again.",
-       .version = &platform::versionText,
+       .version = &versionText,
        .subcommands = {type<Health>(), type<Rules>(), type<Groups>(), type<Profiles>(), type<Events>(),
                        type<History>(), type<Watch>(), type<Script>(), type<Runners>(), type<Shortcuts>(),
                        type<Schema>(), type<Docs>(), type<Prompt>(), type<Api>(), type<Mcp>()},
