@@ -4,8 +4,10 @@
 set -euo pipefail
 way=$1 build=$2 compiler=$3
 sources=$(cd "$(dirname "$0")/../../.." && pwd)
-work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
+# The same directory each time, so that a compiler cache knows what it has seen; but a new build.
+work=$build/consumer/$way
+rm -rf "$work"
+mkdir -p "$work"
 
 awk '/^```cpp/ { on = 1; next } /^```/ { if (on) exit } on' "$sources/src/ArgumentParser/README.md" >"$work/repeat.cpp"
 {
@@ -14,7 +16,7 @@ awk '/^```cpp/ { on = 1; next } /^```/ { if (on) exit } on' "$sources/src/Argume
   if [ "$way" = find_package ]; then
     cmake --install "$build" --prefix "$work/prefix" --component ArgumentParser >/dev/null
     # Nothing in the package may lead back to where it was built.
-    if grep -rl --include='*.cmake' --include='*.h' "$build" "$work/prefix"; then exit 1; fi
+    if grep -rlF --include='*.cmake' --include='*.h' "$sources" "$work/prefix"; then exit 1; fi
     echo 'find_package(ArgumentParser REQUIRED)'
   else
     echo 'include(FetchContent)'
@@ -28,7 +30,7 @@ awk '/^```cpp/ { on = 1; next } /^```/ { if (on) exit } on' "$sources/src/Argume
 } >"$work/CMakeLists.txt"
 
 build_it() {
-  cmake -S "$work" -B "$work/build" -DCMAKE_PREFIX_PATH="$work/prefix" -DCMAKE_CXX_COMPILER="$compiler" &&
+  cmake -S "$work" -B "$work/build" -G Ninja -DCMAKE_PREFIX_PATH="$work/prefix" -DCMAKE_CXX_COMPILER="$compiler" &&
     cmake --build "$work/build"
 }
 build_it >"$work/log" 2>&1 || { cat "$work/log" >&2; exit 1; }
