@@ -334,7 +334,7 @@ TEST(DeclarationErrors, StopTheProgram) {
     EXPECT_EQ(fault([&, text = literal] { NameSpecification(text).makeNames("key"); }),
               std::string("Invalid literal name '") + literal + "' for property 'key': " + message);
   }
-  EXPECT_EQ(fault([] { shortAndLong.makeNames(""); }),
+  EXPECT_EQ(fault([] { NameSpecification(shortAndLong).makeNames(""); }),
             "Key '' has not characters to form short option name.");
   using Element = NameSpecification::Element;
   const std::pair<Element, const char*> custom[] = {

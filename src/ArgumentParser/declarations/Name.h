@@ -87,7 +87,12 @@ struct NameSpecification {
   bool isLong = false;  ///< `Long` alone, without an element for it: most have it, and a start makes many
 };
 
-inline const NameSpecification shortAndLong{NameSpecification::Short{}, NameSpecification::Long{}};
+/// `Short` and `Long`. It becomes a specification where it is used, for none may be built before `main`:
+/// there nobody could tell that memory has run out.
+struct ShortAndLong {
+  operator NameSpecification() const { return {NameSpecification::Short{}, NameSpecification::Long{}}; }
+};
+inline constexpr ShortAndLong shortAndLong;
 
 /// "noColor" as "no-color": lower case, with `separator` before each word.
 std::string convertedToSnakeCase(std::string_view name, char separator = '-');
