@@ -2,6 +2,8 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <exception>
+#include <new>
 
 #include "ArgumentParser/messages/MessageInfo.h"
 #include "ArgumentParser/parsing/CommandParser.h"
@@ -50,16 +52,43 @@ int exitStatus(End end) {
   }
 }
 
+/// Says so where even that must not take any memory.
+int outOfMemory() {
+  try {
+    platform::printError("Error: out of memory\n");
+  } catch (const std::exception&) {
+    // Standard output is lost as well, with what waited for it.
+  }
+  return ExitCode::failure.value;
+}
+
+/// Where not even the memory for an error is left, or one is raised where none may be, nothing comes back to
+/// `main`.
+[[noreturn]] void endForWantOfMemory() {
+  try {
+    if (std::current_exception()) throw;
+  } catch (const std::bad_alloc&) {
+  } catch (...) {
+    std::abort();
+  }
+  std::_Exit(outOfMemory());
+}
+
 }  // namespace
 
 CommandError::CommandError(std::string words, bool isForOutput, std::int32_t exitStatus)
     : text(std::move(words)), goesToStandardOutput(isForOutput), status(exitStatus) {}
 
 int main(CommandType root, int argc, const char* const* argv) {
-  return exitStatus([&] {
-    const CommandTree tree(root);
-    return endOf(afterRun(CommandParser(tree).parse(argumentsFrom(argc, argv)), tree), tree);
-  });
+  std::set_terminate(endForWantOfMemory);
+  try {
+    return exitStatus([&] {
+      const CommandTree tree(root);
+      return endOf(afterRun(CommandParser(tree).parse(argumentsFrom(argc, argv)), tree), tree);
+    });
+  } catch (...) {
+    return outOfMemory();
+  }
 }
 
 std::vector<std::string> argumentsFrom(int argc, const char* const* argv) {

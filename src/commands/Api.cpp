@@ -7,6 +7,7 @@
 #include "client/Errors.h"
 #include "client/StartAPI.h"
 #include "client/Timeouts.h"
+#include "text/TextError.h"
 
 namespace zelto {
 namespace {
@@ -28,7 +29,7 @@ std::optional<APICredentials> credentialsIfOn() {
 std::optional<JSONObject> healthIfAnswering() {
   try {
     return expectObject(apiCall({.method = "GET", .path = "/health", .timeout = settings.requestTimeout}));
-  } catch (const std::exception&) {
+  } catch (const text::TextError&) {
     return std::nullopt;
   }
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <stdexcept>
 
 #include "install/JSONCEditor.h"
 #include "json/JSONText.h"
@@ -58,7 +59,7 @@ template <class Change>
 void editLogged(const Client& client, Change change) {
   try {
     edit(client, change);
-  } catch (const std::exception& error) {
+  } catch (const std::runtime_error& error) {
     platform::log(logSource, platform::LogLevel::error,
                   "MCP install failed for " + client.name + ": " + error.what());
     throw;
@@ -159,7 +160,7 @@ bool isInstalled(const Client& client) {
     const auto object = JSONCEditor::readObject(platform::expandTilde(client.path));
     const json::JSONValue* servers = object ? object->find(topKey(client.style)) : nullptr;
     return servers != nullptr && servers->object() != nullptr && servers->object()->contains(memberKey);
-  } catch (const std::exception&) {
+  } catch (const std::runtime_error&) {
     // An agent that cannot read its configuration either has no entry.
     return false;
   }

@@ -1,6 +1,7 @@
 #include "install/Mcp.h"
 
 #include <algorithm>
+#include <stdexcept>
 
 #include "cli/CLIError.h"
 #include "cli/Out.h"
@@ -50,7 +51,7 @@ void forEachClient(const std::string& reference, Change change) {
       change(client);
     } catch (const platform::OutputError&) {
       throw;
-    } catch (const std::exception& failure) {
+    } catch (const std::runtime_error& failure) {
       throw CLIError(client.name + ": " + failure.what());
     }
     Out::flush();

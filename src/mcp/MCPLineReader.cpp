@@ -1,5 +1,6 @@
 #include "mcp/MCPLineReader.h"
 
+#include <new>
 #include <utility>
 
 #include "platform/FileDescriptor.h"
@@ -36,8 +37,26 @@ std::string_view MCPLineReader::nextLine() {
       return withoutTrailingBlanks(buffer);
     }
     searchFrom = buffer.size();
-    buffer.append(chunk.data(), static_cast<std::size_t>(count));
+    try {
+      buffer.append(chunk.data(), static_cast<std::size_t>(count));
+    } catch (const std::bad_alloc&) {
+      searchFrom = 0;
+      dropLine(count);
+    }
   }
+}
+
+/// Reads on, past the end of the line that `buffer` and the `count` bytes of `chunk` belong to.
+void MCPLineReader::dropLine(ssize_t count) {
+  buffer.clear();
+  for (; count > 0; count = platform::readSome(fd, chunk.data(), chunk.size())) {
+    const std::string_view piece(chunk.data(), static_cast<std::size_t>(count));
+    if (const std::size_t end = piece.find('\n'); end != std::string_view::npos) {
+      buffer = piece.substr(end + 1);
+      break;
+    }
+  }
+  buffer.shrink_to_fit();
 }
 
 }  // namespace zelto

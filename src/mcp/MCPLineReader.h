@@ -7,7 +7,8 @@
 
 namespace zelto {
 
-/// Reads lines of any length from a descriptor, in time linear in the bytes.
+/// Reads lines of any length from a descriptor, in time linear in the bytes. A line for which there is no
+/// memory is passed over.
 class MCPLineReader {
  public:
   /// Thrown when no more lines exist.
@@ -22,6 +23,8 @@ class MCPLineReader {
   std::string_view nextLine();
 
  private:
+  void dropLine(ssize_t count);
+
   int fd;
   std::string buffer;
   std::size_t consumed = 0;  ///< bytes at the front of `buffer` that belong to lines already handed out

@@ -13,6 +13,7 @@
 #include "platform/FileDescriptor.h"
 #include "platform/Streams.h"
 #include "platform/Terminal.h"
+#include "text/TextError.h"
 
 namespace zelto {
 namespace {
@@ -106,25 +107,29 @@ std::string missingArguments(const MCPTool& tool, const JSONObject& arguments) {
   return missing;
 }
 
-/// Calls the tool; whatever its handler raises is told to the agent.
-JSONObject outcome(const MCPTool& tool, const JSONObject& arguments) {
-  try {
-    return toolResult(resultText(tool.handler(arguments)));
-  } catch (const MCPError& error) {
-    return toolFailure(error.message);
-  } catch (const std::exception& error) {
-    return toolFailure(std::string("tool error: ") + error.what());
-  }
-}
-
-void handleToolCall(const JSONValue& id, const JSONObject& params) {
+/// What the agent is told of the call. Raises what the tool's handler raises.
+JSONObject outcome(const JSONObject& params) {
   const std::string name = stringIn(params, "name");
   const auto tool = toolsByName().find(name);
-  if (tool == toolsByName().end()) return sendResult(id, toolFailure("unknown tool: " + name));
+  if (tool == toolsByName().end()) return toolFailure("unknown tool: " + name);
   const JSONObject& arguments = objectIn(params, "arguments");
   const std::string missing = missingArguments(*tool->second, arguments);
-  if (!missing.empty()) return sendResult(id, toolFailure(name + " needs " + missing));
-  sendResult(id, outcome(*tool->second, arguments));
+  if (!missing.empty()) return toolFailure(name + " needs " + missing);
+  return toolResult(resultText(tool->second->handler(arguments)));
+}
+
+/// Whatever is raised before the result has been sent is told to the agent, the want of memory for a large
+/// one included.
+void handleToolCall(const JSONValue& id, const JSONObject& params) {
+  std::string failure;
+  try {
+    return sendResult(id, outcome(params));
+  } catch (const MCPError& error) {
+    failure = error.message;
+  } catch (const std::exception& error) {
+    failure = "tool error: " + text::errorText(error);
+  }
+  sendResult(id, toolFailure(std::move(failure)));
 }
 
 void handleMessage(const JSONObject& message) {
@@ -160,15 +165,11 @@ void serve() {
   log("starting; control file: " + controlFilePath());
   MCPLineReader reader(platform::standardInput);
   for (;;) {
-    std::string_view line;
     try {
-      line = reader.nextLine();
-    } catch (...) {
-      std::exit(EXIT_SUCCESS);
-    }
-    try {
-      const auto message = json::parse(line);
+      const auto message = json::parse(reader.nextLine());
       if (message && message->object()) handleMessage(*message->object());
+    } catch (const MCPLineReader::EndOfInput&) {
+      std::exit(EXIT_SUCCESS);
     } catch (const std::exception&) {
       // A message too large for the memory there is gets no reply; the next one may fit.
     }

@@ -1,4 +1,4 @@
-// An error that says what happened.
+// An error that says what happened, and what any error says.
 #pragma once
 
 #include <exception>
@@ -11,5 +11,8 @@ struct TextError : std::exception {
   virtual const std::string& text() const noexcept = 0;
   const char* what() const noexcept override { return text().c_str(); }
 };
+
+/// What the error says, to people: "out of memory" for an allocation that failed.
+std::string errorText(const std::exception& error);
 
 }  // namespace text

@@ -52,6 +52,47 @@ TEST(Program, PassesLargeScriptsAndOutputsThroughWhole) {
   EXPECT_TRUE(json.output.find("\"stdout\": \"" + std::string(size, 'x') + "\"\n}") != std::string::npos);
 }
 
+#ifndef SANITIZED  // A sanitizer needs more memory than the limits here leave.
+
+TEST(Program, EndsWithStatusOneWhereMemoryRunsOut) {
+  Zelto zelto;
+  const support::RawServer server(
+      {support::response("[{\"name\":\"" + std::string(1'000'000, 'x') + "\"}]")});
+  zelto.lookAt(server);
+  zelto.environment["BIG"] = std::string(100'000, 'x');
+  const std::pair<std::string, std::string> cases[] = {
+      {"rules", "0\n1\nError: out of memory\n"},
+      {"rules set x a=$BIG b=$BIG c=$BIG",
+       "1\nError: no rule matching x. List them with: zelto rules\nError: out of memory\n"}};
+  for (const auto& [line, expected] : cases) {
+    // At the lowest limits the shell (status 2) and the loader (127) fail, with words of their own.
+    const auto outcome = zelto.shell(
+        "for limit in $(seq 5000 60 12000); do (ulimit -v $limit; exec zelto " + line +
+        ") >/dev/null; echo $?; done 2>&1 | sort -u | grep -vxe 2 -e 127 -e '[^E].*:.*' -e 'cannot .*'");
+    EXPECT_EQ(outcome.output, expected);
+  }
+}
+
+TEST(Program, ServesOnWhereAMessageOrAnAnswerDoesNotFitIntoMemory) {
+  Zelto zelto;
+  const support::RawServer server({support::response("[\"" + std::string(30'000'000, 'x') + "\"]")});
+  zelto.lookAt(server);
+  const std::string ping = R"({"id":1,"method":"ping"})", large(30'000'000, 'y'),
+                    call = R"({"id":2,"method":"tools/call","params":{"name":"zelto_list_rules"}})",
+                    pong = R"({"jsonrpc":"2.0","id":1,"result":{}})";
+  EXPECT_EQ(
+      zelto
+          .shell("ulimit -v 40000; zelto mcp serve",
+                 ping + "\n" + large + "\n" + ping + "\n" + call + "\n" + ping + "\n" + large)
+          .output,
+      pong + "\n" + pong +
+          "\n{\"jsonrpc\":\"2.0\",\"id\":2,\"result\":{\"content\":[{\"text\":\"tool error: out of memory\","
+          "\"type\":\"text\"}],\"isError\":true}}\n" +
+          pong + "\n");
+}
+
+#endif
+
 TEST(Program, WaitsAsLongAsItIsTold) {
   Zelto zelto;
   const support::RawServer server([](int connection, const std::string&) {

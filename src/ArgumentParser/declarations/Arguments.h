@@ -6,6 +6,7 @@
 #include <exception>
 #include <functional>
 #include <memory>
+#include <new>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -314,6 +315,8 @@ Value converted(const InputKey& key, const ParsedValue& given, const Transform<V
     } else if constexpr (ConvertibleArgument<Value>) {
       value = ArgumentValue<Value>::parse(given.text());
     }
+  } catch (const std::bad_alloc&) {
+    throw;
   } catch (const std::exception& error) {
     raiseUnableToParse(key, given, error.what());
   }

@@ -190,10 +190,8 @@ std::string ErrorMessageGenerator::makeHelpMessage() const {
 std::string description(const std::exception_ptr& error) {
   try {
     std::rethrow_exception(error);
-  } catch (const text::TextError& known) {
-    return known.text();
   } catch (const std::exception& known) {
-    return known.what();
+    return text::errorText(known);
   } catch (...) {
     return "unknown error";
   }

@@ -1,5 +1,7 @@
 #include "ArgumentParser/parsing/CommandParser.h"
 
+#include <new>
+
 #include "ArgumentParser/completion/CompletionRequest.h"
 #include "ArgumentParser/declarations/BuiltIns.h"
 #include "ArgumentParser/parsing/ArgumentDecoder.h"
@@ -14,6 +16,8 @@ Outcome CommandParser::parse(const std::vector<std::string>& arguments) {
     } catch (const ParserError& error) {
       return Fault{stack, error};
     } catch (const DeclarationError&) {
+      throw;
+    } catch (const std::bad_alloc&) {
       throw;
     } catch (...) {
       return Fault{stack, parser_error::InvalidState{}};
