@@ -31,28 +31,10 @@ struct EnumeratedValues<Plan> {
 namespace {
 
 TEST(Wrapping, CutsAtTheLastBlankThatFits) {
-  const std::tuple<const char*, std::int64_t, int, const char*> cases[] = {
-      {"", 10, 2, ""},
-      {"one two", 7, 0, "one two"},
-      {"one two", 6, 0, "one\ntwo"},
-      // A blank just behind the last column is not looked at: the word before it moves on too.
-      {"one two three", 7, 0, "one\ntwo\nthree"},
-      {"one two three", 8, 0, "one two\nthree"},
-      {"one  two", 5, 0, "one \ntwo"},
-      {"a b\n\nc d e", 5, 2, "  a\n  b\n\n  c\n  d e"},
-      {"abcdefgh ij kl", 4, 1, " abcdefgh\n ij\n kl"},
-      {"abcdefgh", 3, 0, "abcdefgh"},
-      {"ab abcdefgh", 4, 0, "ab\nabcdefgh"},
-      {"one\n", 9, 1, " one\n"},
-      {"\none", 9, 1, "\n one"},
-      {"aaaaaa\nb c", 3, 0, "aaaaaa\nb\nc"},
-      {"é̂é̂ 👩‍👧👩‍👧 x", 6, 0, "é̂é̂ 👩‍👧👩‍👧\nx"},
-      {"one", 5, 5, ""},
-      {"one", -9223372036854775807 - 1, 26, ""},
-      {"one two", 9223372036854775807, 1, " one two"},
-  };
-  for (const auto& [text, width, indent, expected] : cases) {
-    EXPECT_EQ(wrapped(text, width, indent), expected) << text << " " << width;
+  // A text, the width, the indent, and the lines. A blank just behind the last column is not looked at: the
+  // word before it moves on too.
+  for (const auto& row : support::rowsIn(SOURCES "/expected/wrapping.json")) {
+    EXPECT_EQ(wrapped(row[0], std::stoll(row[1]), std::stoi(row[2])), row[3]) << row[0] << " " << row[1];
   }
   EXPECT_EQ(hangingIndented("a\nb\n\nc", 2), "a\n  b\n\n  c");
   EXPECT_EQ(hangingIndented("a", 2), "a");
@@ -222,14 +204,10 @@ TEST(ScreenSize, ReadsTheEnvironmentStrictly) {
     const support::ScopedVariable columns("COLUMNS", {}), rows("LINES", {});
     return screenSize();
   }();
-  const std::int64_t otherwise = own.columns;
-  const std::pair<const char*, std::int64_t> cases[] = {
-      {"50", 50},         {"+50", 50},         {"-3", -3},
-      {"0", 0},           {"007", 7},          {"4294967377", 4294967377},
-      {"", otherwise},    {" 50", otherwise},  {"50x", otherwise},
-      {"50 ", otherwise}, {"0x50", otherwise}, {"5.0", otherwise},
-      {"+", otherwise},   {"+-5", otherwise},  {"99999999999999999999", otherwise},
-  };
+  std::vector<std::pair<std::string, std::int64_t>> cases{
+      {"50", 50}, {"+50", 50}, {"-3", -3}, {"0", 0}, {"007", 7}, {"4294967377", 4294967377}};
+  for (const char* no : {"", " 50", "50x", "50 ", "0x50", "5.0", "+", "+-5", "99999999999999999999"})
+    cases.push_back({no, own.columns});
   const support::ScopedVariable rows("LINES", {});
   for (const auto& [value, expected] : cases) {
     const support::ScopedVariable columns("COLUMNS", value);

@@ -1,4 +1,4 @@
-// Where the token goes, and how long each call waits: the system's calls in a session of all commands.
+// Where the token goes, and what else the system's calls tell in a session of all commands.
 #include <filesystem>
 
 #include "e2e/Zelto.h"
@@ -53,8 +53,14 @@ TEST(Token, GoesToTheSocketAlone) {
       "mkdir .cursor; zelto mcp install all; zelto mcp; zelto --help; zelto --version; zelto rules --nope");
 
   const std::string trace = support::contentsOf(zelto.home / "trace"), token = "secret-token";
-  int sent = 0;
+  int sent = 0, replies = 0;
   for (const std::string_view line : text::split(trace, '\n')) {
+    // The server writes each reply at once: one of them, and all of it.
+    if (line.find("jsonrpc") != line.npos) {
+      EXPECT_EQ(line.find("jsonrpc"), line.rfind("jsonrpc")) << line;
+      EXPECT_THAT(std::string(line.substr(line.rfind('}'))), testing::StartsWith(R"(}\n", )")) << line;
+      ++replies;
+    }
     const std::size_t at = line.find(token);
     if (at == line.npos) continue;
     ++sent;
@@ -66,6 +72,7 @@ TEST(Token, GoesToTheSocketAlone) {
         << line;
   }
   EXPECT_GT(sent, 150);
+  EXPECT_GT(replies, 60);
   // `watch` waits 20 seconds longer than the 12.5 that the application holds its poll.
   EXPECT_THAT(trace,
               AnyOf(HasSubstr(R"(SO_RCVTIMEO_OLD, " \0\0\0)"), HasSubstr("SO_RCVTIMEO_OLD, {tv_sec=32,")));

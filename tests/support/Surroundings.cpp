@@ -5,6 +5,8 @@
 #include <fstream>
 #include <iterator>
 
+#include "json/JSONText.h"
+
 namespace support {
 
 TemporaryDirectory::TemporaryDirectory() {
@@ -30,6 +32,16 @@ ScopedVariable::~ScopedVariable() {
 std::string contentsOf(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
   return {std::istreambuf_iterator<char>(file), {}};
+}
+
+std::vector<std::vector<std::string>> rowsIn(const std::string& file) {
+  std::vector<std::vector<std::string>> rows;
+  const json::JSONValue table = json::parse(contentsOf(file)).value();
+  for (const json::JSONValue& row : *table.array()) {
+    for (rows.emplace_back(); const json::JSONValue& text : *row.array())
+      rows.back().push_back(*text.string());
+  }
+  return rows;
 }
 
 void writeFile(const std::string& path, const std::string& contents) {

@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace support {
 
@@ -32,6 +33,9 @@ class ScopedVariable {
 
 /// The whole file, or an empty text if there is none.
 std::string contentsOf(const std::string& path);
+
+/// The rows of a table: a JSON file that holds an array of arrays of texts.
+std::vector<std::vector<std::string>> rowsIn(const std::string& file);
 
 /// Writes the file, creating its directory.
 void writeFile(const std::string& path, const std::string& contents);
