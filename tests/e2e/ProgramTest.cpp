@@ -112,6 +112,17 @@ TEST(Program, WaitsAsLongAsItIsTold) {
   EXPECT_THAT(zelto.shell("zelto mcp serve", watching).output, testing::HasSubstr(error));
 }
 
+TEST(Program, FitsItsHelpToTheScreen) {
+  const Zelto zelto;
+  // Where no variable tells the width it is the terminal's, and without a terminal 80.
+  const std::string help80 = support::contentsOf(SNAPSHOTS "/80/zelto.txt"),
+                    help40 = support::contentsOf(SNAPSHOTS "/40/zelto.txt");
+  EXPECT_EQ(zelto.shell("zelto --help").output, help80);
+  EXPECT_EQ(zelto.shell("COLUMNS=x zelto --help").output, help80);
+  EXPECT_EQ(zelto.shell("stty columns 40; zelto --help", "", true).output, help40);
+  EXPECT_EQ(zelto.shell("stty columns 0; zelto --help", "", true).output, help80);
+}
+
 TEST(Program, GoesOnAfterItWasStopped) {
   Zelto zelto;
   std::promise<pid_t> started;
