@@ -259,7 +259,7 @@ _greenhouse_beds_add() {
     repeating_flags=()
     non_repeating_flags=(--version -h --help)
     repeating_options=(--crop --set --label)
-    non_repeating_options=(--photo --notes --plan --store --neighbour --like --offset)
+    non_repeating_options=(--photo --notes --plan --store --neighbour --like --offset --shade.net)
     __greenhouse_offer_flags_options 1
 
     # Offer option value completions
@@ -299,6 +299,9 @@ _greenhouse_beds_add() {
         return
         ;;
     '--offset')
+        return
+        ;;
+    '--shade.net')
         return
         ;;
     esac

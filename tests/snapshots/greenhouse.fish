@@ -123,6 +123,7 @@ complete -c 'greenhouse' -n '__greenhouse_should_offer_completions_for_flags_or_
 complete -c 'greenhouse' -n '__greenhouse_should_offer_completions_for_flags_or_options "greenhouse beds add" neighbour' -l 'neighbour' -d 'The bed beside it' -rfka '(printf \'%s\\n\' bed:1 \'bed 2\' | tr : -)'
 complete -c 'greenhouse' -n '__greenhouse_should_offer_completions_for_flags_or_options "greenhouse beds add" like' -l 'like' -d 'A bed to copy' -rfka '(__greenhouse_custom_completion ---completion beds add -- --like)'
 complete -c 'greenhouse' -n '__greenhouse_should_offer_completions_for_flags_or_options "greenhouse beds add" offset' -l 'offset' -d 'Steps to the side, -5 as well' -rf
+complete -c 'greenhouse' -n '__greenhouse_should_offer_completions_for_flags_or_options "greenhouse beds add"' -l 'shade.net' -d 'Its net' -rf
 complete -c 'greenhouse' -n '__greenhouse_should_offer_completions_for_flags_or_options "greenhouse beds add" version' -l 'version' -d 'Show the version.'
 complete -c 'greenhouse' -n '__greenhouse_should_offer_completions_for_flags_or_options "greenhouse beds add" h help' -s 'h' -l 'help' -d 'Show help information.'
 complete -c 'greenhouse' -n '__greenhouse_should_offer_completions_for_positional "greenhouse beds add" -eq 1' -d 'What to call it'

@@ -150,6 +150,7 @@ _greenhouse_beds_add() {
         '--neighbour[The bed beside it]:neighbour:{local -a list;list=(${(f)"$(printf '\''%s\n'\'' bed\:1 '\''bed 2'\'' | tr \: -)"});_describe -V "" list}'
         '--like[A bed to copy]:like:{__greenhouse_custom_complete ---completion beds add -- --like}'
         '--offset[Steps to the side, -5 as well]:offset:'
+        '--shade.net[Its net]:shade.net:'
         '--version[Show the version.]'
         '(-h --help)'{-h,--help}'[Show help information.]'
     )
