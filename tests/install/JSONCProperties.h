@@ -1,6 +1,7 @@
 // What must hold of an edit of any text, whatever is in it; the generated tests and the fuzzer ask the same.
 #pragma once
 
+#include <algorithm>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -14,13 +15,25 @@ namespace properties {
 
 using Value = std::optional<boost::json::value>;
 
+/// Gives a name to what the library reads as not a number ("0E344"), for that equals nothing, not even
+/// itself.
+inline void nameNaNs(boost::json::value& value) {
+  if (const auto* number = value.if_double(); number != nullptr && *number != *number) value = "not a number";
+  if (auto* array = value.if_array()) std::for_each(array->begin(), array->end(), nameNaNs);
+  if (auto* object = value.if_object()) {
+    for (auto& member : *object) nameNaNs(member.value());
+  }
+}
+
 inline Value parsed(std::string_view text, bool lenient) {
   boost::json::parse_options options;
   options.max_depth = 512;
   options.allow_comments = options.allow_trailing_commas = lenient;
   boost::json::error_code error;
   auto value = boost::json::parse(text, error, {}, options);
-  return error || !value.is_object() ? Value() : Value(std::move(value));
+  if (error || !value.is_object()) return {};
+  nameNaNs(value);
+  return value;
 }
 
 /// The object in `text` as a parser with comments and trailing commas of its own reads it; nothing if it does
