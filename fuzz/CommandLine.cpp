@@ -1,10 +1,12 @@
-// Any bytes as a command line, cut at NUL: whatever they are, parsing ends in a command to run or in a text,
-// and the text is UTF-8.
-#include <cstdlib>
+// Any bytes as a command line, cut at NUL, of a tree with every form and of the program's own. Parsing ends
+// in a command to run, whose values all stand in the line, or in a text: it is UTF-8, not empty, and its
+// status is that of a request or of a wrong line, never of a failure within.
+#include <algorithm>
 
 #include "ArgumentParser/ArgumentParser.h"
-#include "ArgumentParser/messages/MessageInfo.h"
-#include "ArgumentParser/parsing/CommandParser.h"
+#include "ArgumentParser/MessageInfo.h"
+#include "cli/root/ZeltoCommand.h"
+#include "support/Fuzz.h"
 #include "text/Unicode.h"
 
 namespace ArgumentParser {
@@ -16,6 +18,21 @@ struct EnumeratedValues<Level> {
 };
 
 namespace {
+
+std::vector<std::string> arguments;
+
+/// A value is an argument, what stands behind its option's name in the same argument, or a short option out
+/// of a cluster that nothing else has claimed.
+void expectGiven(const std::string& value) {
+  const auto holds = [&](const std::string& argument) {
+    return argument.ends_with(value) ||
+           (value.starts_with('-') && argument.find(value.substr(1)) != argument.npos);
+  };
+  fuzz::expect(std::any_of(arguments.begin(), arguments.end(), holds), "a value stands in the line", value);
+}
+void expectGiven(const std::vector<std::string>& values) {
+  for (const std::string& value : values) expectGiven(value);
+}
 
 using Single = SingleValueParsingStrategy;
 using Array = ArrayParsingStrategy;
@@ -47,7 +64,14 @@ struct Everything {
       it.argument(&Everything::files, "files", {.atLeastOne = true});
     });
   }
-  void run() {}
+  void run() {
+    for (const auto& option : {text, scan, any, joined}) {
+      if (option && option != "none") expectGiven(*option);
+    }
+    for (const auto& list : {each, up, files}) expectGiven(list);
+    fuzz::expect(!files.empty() && static_cast<std::size_t>(count) <= text::joined(arguments, "").size(),
+                 "what is required is there, and nothing counts twice");
+  }
 };
 
 template <ArgumentArrayParsingStrategy strategy>
@@ -62,7 +86,10 @@ struct Rest {
       it.option(&Rest::options, "options", {.name = shortAndLong, .parsing = Array::remaining});
     });
   }
-  void run() {}
+  void run() {
+    expectGiven(first);
+    for (const auto& list : {rest, options}) expectGiven(list);
+  }
 };
 
 struct Root {
@@ -75,18 +102,30 @@ struct Root {
   }
 };
 
+/// Parses, and runs the command if its values can be looked at.
+void check(const CommandTree& tree, bool runs) {
+  try {
+    const auto record = parseAsRoot(tree, arguments);
+    if (runs) record->run();
+  } catch (...) {
+    const MessageInfo info(std::current_exception(), tree);
+    const std::string message = info.fullText();
+    fuzz::expectUTF8(message, "a message");
+    fuzz::expect(!message.empty() && info.status() == (info.goesToStandardOutput() ? 0 : 64),
+                 "a line that names no command to run is a request or a fault of the line", message);
+  }
+}
+
 }  // namespace
 }  // namespace ArgumentParser
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
   using namespace ArgumentParser;
-  static const CommandTree tree(type<Root>());
+  static const CommandTree everything(type<Root>()), program(type<zelto::ZeltoCommand>());
+  arguments.clear();
   const std::string_view bytes(reinterpret_cast<const char*>(data), size);
-  std::vector<std::string> arguments;
   for (const std::string_view each : text::split(bytes, '\0')) arguments.push_back(text::repairedUTF8(each));
-  const Outcome outcome = CommandParser(tree).parse(arguments);
-  const std::string message = messageInfo(outcome, tree).fullText();
-  const bool isRun = std::holds_alternative<Run>(outcome);
-  if (message.empty() != isRun || !text::isUTF8(message)) std::abort();
+  check(everything, true);
+  check(program, false);
   return 0;
 }
