@@ -4,7 +4,8 @@
 #include <algorithm>
 
 #include "ArgumentParser/ArgumentParser.h"
-#include "ArgumentParser/MessageInfo.h"
+#include "ArgumentParser/messages/MessageInfo.h"
+#include "ArgumentParser/parsing/CommandParser.h"
 #include "cli/root/ZeltoCommand.h"
 #include "support/Fuzz.h"
 #include "text/Unicode.h"
@@ -104,16 +105,16 @@ struct Root {
 
 /// Parses, and runs the command if its values can be looked at.
 void check(const CommandTree& tree, bool runs) {
-  try {
-    const auto record = parseAsRoot(tree, arguments);
-    if (runs) record->run();
-  } catch (...) {
-    const MessageInfo info(std::current_exception(), tree);
-    const std::string message = info.fullText();
-    fuzz::expectUTF8(message, "a message");
-    fuzz::expect(!message.empty() && info.status() == (info.goesToStandardOutput() ? 0 : 64),
-                 "a line that names no command to run is a request or a fault of the line", message);
+  const Outcome outcome = CommandParser(tree).parse(arguments);
+  if (const Run* run = std::get_if<Run>(&outcome)) {
+    if (runs) run->record->run();
+    return;
   }
+  const MessageInfo info = messageInfo(outcome, tree);
+  const std::string message = info.fullText();
+  fuzz::expectUTF8(message, "a message");
+  fuzz::expect(!message.empty() && info.status() == (info.goesToStandardOutput() ? 0 : 64),
+               "a line that names no command to run is a request or a fault of the line", message);
 }
 
 }  // namespace

@@ -4,8 +4,8 @@
 // dump, from which scripts may be made elsewhere, reads back as the same declaration.
 #include <algorithm>
 
-#include "ArgumentParser/CompletionsGenerator.h"
 #include "ArgumentParser/ToolInfo.h"
+#include "ArgumentParser/completion/CompletionShell.h"
 #include "support/Fuzz.h"
 #include "text/Unicode.h"
 
@@ -96,11 +96,10 @@ class Reader {
   Reading result;
 };
 
-enum class Shell { bash, zsh, fish };
+using Shell = CompletionShell;
 
 std::string scriptOf(Shell shell, const CommandInfoV0& root) {
-  if (shell == Shell::bash) return bashCompletionScript(root);
-  return shell == Shell::zsh ? zshCompletionScript(root) : fishCompletionScript(root);
+  return traits(shell).script(root);
 }
 
 /// What the completion system reads in a quoted stretch: the words of a list, the parts of a specification.
@@ -216,7 +215,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     hostile.add({bytes, piece.size()});
     harmless.add({bytes, piece.size()});
   }
-  for (const Shell shell : {Shell::bash, Shell::zsh, Shell::fish}) {
+  for (const Shell shell : allShells) {
     const std::string script = scriptOf(shell, hostile.root);
     const Reading read = Reader(script, shell == Shell::fish).read();
     const Reading meant = Reader(scriptOf(shell, harmless.root), shell == Shell::fish).read();

@@ -1,13 +1,13 @@
 // Any texts, wrapped at any width and in tables. Wrapping breaks lines at blanks alone and loses nothing;
 // only a word of its own is wider than the width. In a table every cell stands whole in its column, and every
 // column begins in the same place of each line. A help text holds what was declared, whatever the width.
-#include "ArgumentParser/TextLayout.h"
+#include "ArgumentParser/messages/TextLayout.h"
 
 #include <algorithm>
 #include <limits>
 
 #include "ArgumentParser/ArgumentParser.h"
-#include "ArgumentParser/HelpGenerator.h"
+#include "ArgumentParser/messages/HelpGenerator.h"
 #include "cli/Out.h"
 #include "support/Fuzz.h"
 #include "text/Unicode.h"

@@ -11,6 +11,7 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include "client/StartAPI.h"
 #include "platform/FileDescriptor.h"
 #include "platform/Files.h"
 #include "platform/Launcher.h"
@@ -25,12 +26,15 @@ static const int report = ::dup(STDERR_FILENO);
 
 // In place of the library's own, whose files are then not linked: nothing that a fuzzer finds may start a
 // program of the machine or fill its log, and each input chooses what is a terminal.
+const char* const zelto::launcherPath = "";
+
 namespace platform {
-std::optional<std::string> runLauncher(const std::vector<std::string>&) {
+std::optional<std::string> openURL(const std::string&, const std::string&,
+                                   const std::optional<std::string>&) {
   ++fuzz::launches;
   return std::nullopt;
 }
-void log(LogLevel, std::string_view, std::string_view) {}
+void log(const LogSource&, LogLevel, std::string_view) {}
 bool isTerminal(int descriptor) {
   return descriptor != STDIN_FILENO && fuzz::isOnTerminal;
 }
