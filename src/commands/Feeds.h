@@ -10,7 +10,7 @@
 namespace zelto {
 
 struct Events {
-  std::int64_t count = 20;
+  std::int64_t count = 0;
   bool follow = false;
   std::optional<std::int64_t> since;
   GlobalOptions options;
@@ -19,7 +19,7 @@ struct Events {
 };
 
 struct History {
-  std::int64_t count = 20;
+  std::int64_t count = 0;
   bool follow = false;
   std::optional<std::int64_t> since;
   bool verbose = false;

@@ -16,9 +16,9 @@ struct Docs {
 };
 
 struct Prompt {
-  std::string kind = "shell";
+  std::string kind;
   std::optional<std::string> sub;
-  std::string runner = "/bin/zsh";
+  std::string runner;
   GlobalOptions options;
   static ArgumentParser::Declaration declaration();
   void run() const;

@@ -11,7 +11,7 @@ namespace zelto {
 
 struct Rules {
   struct List {
-    std::string scope = "all";
+    std::string scope;
     std::optional<std::string> group;
     GlobalOptions options;
     static ArgumentParser::Declaration declaration();

@@ -11,8 +11,8 @@ namespace zelto {
 struct Script {
   struct Test {
     std::string file;
-    std::string runner = "/bin/zsh";
-    double timeout = 30;  ///< seconds; the script's own limit, not that of the request
+    std::string runner;
+    double timeout = 0;  ///< seconds; the script's own limit, not that of the request
     std::vector<std::string> value;
     OutputOptions options;
     static ArgumentParser::Declaration declaration();
