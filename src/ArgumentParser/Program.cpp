@@ -66,7 +66,7 @@ int outOfMemory() {
 /// `main`.
 [[noreturn]] void endForWantOfMemory() {
   try {
-    if (std::current_exception()) throw;
+    if (const auto thrown = std::current_exception()) std::rethrow_exception(thrown);
   } catch (const std::bad_alloc&) {
   } catch (...) {
     std::abort();

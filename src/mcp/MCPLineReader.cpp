@@ -47,7 +47,7 @@ std::string_view MCPLineReader::nextLine() {
 }
 
 /// Reads on, past the end of the line that `buffer` and the `count` bytes of `chunk` belong to.
-void MCPLineReader::dropLine(ssize_t count) {
+void MCPLineReader::dropLine(std::ptrdiff_t count) {
   buffer.clear();
   for (; count > 0; count = platform::readSome(fd, chunk.data(), chunk.size())) {
     const std::string_view piece(chunk.data(), static_cast<std::size_t>(count));

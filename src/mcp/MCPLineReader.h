@@ -1,6 +1,7 @@
 // Cuts a byte stream into lines: the messages that an agent writes to the server.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,7 +24,7 @@ class MCPLineReader {
   std::string_view nextLine();
 
  private:
-  void dropLine(ssize_t count);
+  void dropLine(std::ptrdiff_t count);
 
   int fd;
   std::string buffer;

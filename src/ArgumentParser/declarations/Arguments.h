@@ -115,7 +115,11 @@ struct DefaultValue : std::optional<Field> {
   template <class Given>
   static std::optional<Field> checked(Given&& given) {
     static_assert(FitsField<Given, Field>, "A default has the type of the field, or of its values.");
-    if constexpr (FitsField<Given, Field>) return std::forward<Given>(given);
+    if constexpr (FitsField<Given, Field>) {
+      return std::forward<Given>(given);
+    } else {
+      return std::nullopt;
+    }
   }
 };
 
