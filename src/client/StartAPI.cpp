@@ -13,7 +13,8 @@
 namespace zelto {
 namespace {
 
-/// The path of the application that last recorded itself, if it still stands there.
+/// The path of the application that last recorded itself, if it still stands there. Where that cannot be read
+/// or looked at, the system finds the application by itself.
 std::optional<std::string> recordedApplication() {
   const auto text = platform::readSmallFile(platform::expandTilde("~/.well-known/mcp/zelto.json"));
   const auto locator = text ? json::parse(*text) : std::nullopt;
@@ -37,6 +38,7 @@ JSONValue ensureAPIRunning(double timeout) {
   if (!complaint.empty()) throw MCPError(Cause::launcher, "could not reach Zelto: " + complaint);
   const double deadline = platform::steadySeconds() + timeout;
   while (platform::steadySeconds() < deadline) {
+    // A look that fails is made again.
     if (platform::fileExists(controlFilePath())) {
       try {
         return apiCall({.method = "GET", .path = "/health"});

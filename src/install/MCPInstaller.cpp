@@ -20,22 +20,62 @@ constexpr std::string_view temporaryPrefix = ".zelto-";
 /// More often than an editor saves in the time that an edit takes.
 constexpr int mostAttempts = 5;
 
-std::string_view topKey(Style style) {
-  switch (style) {
-    case Style::vsCode:
-      return "servers";
-    case Style::zed:
-      return "context_servers";
-    case Style::mcpServers:
-      break;
-  }
-  return "mcpServers";
-}
-
 std::string quoted(std::string_view text) {
   std::string result;
   json::appendQuoted(result, text);
   return result;
+}
+
+/// How the configuration files of one language are changed and read: the functions of that language's editor.
+struct Language {
+  std::string (*set)(std::string_view text, std::string_view topKey, std::string_view key,
+                     std::string_view entry);
+  std::optional<std::string> (*remove)(std::string_view text, std::string_view topKey, std::string_view key);
+  bool (*contains)(const std::string& path, std::string_view topKey, std::string_view key);
+};
+
+bool holdsMember(const std::string& path, std::string_view topKey, std::string_view key) {
+  const auto object = JSONCEditor::readObject(path);
+  const json::JSONValue* servers = object ? object->find(topKey) : nullptr;
+  return servers != nullptr && servers->object() != nullptr && servers->object()->contains(key);
+}
+
+constexpr Language jsonc{&JSONCEditor::set, &JSONCEditor::remove, &holdsMember};
+
+/// The text of an entry, of a server path and arguments that are quoted already.
+using EntryText = std::string (*)(const std::string& path, const std::string& arguments);
+
+std::string plainEntry(const std::string& path, const std::string& arguments) {
+  return "{\n  \"command\": " + path + ",\n  \"args\": [" + arguments + "]\n}";
+}
+
+std::string typedEntry(const std::string& path, const std::string& arguments) {
+  return "{\n  \"type\": \"stdio\",\n  \"command\": " + path + ",\n  \"args\": [" + arguments + "]\n}";
+}
+
+std::string nestedEntry(const std::string& path, const std::string& arguments) {
+  return "{\n  \"source\": \"custom\",\n  \"command\": {\n    \"path\": " + path + ",\n    \"args\": [" +
+         arguments + "]\n  }\n}";
+}
+
+/// All in which one style differs from another. A further style is a row in `shapeOf`, which does not compile
+/// without.
+struct Shape {
+  const Language& language;
+  std::string_view topKey;  ///< of the member that holds the servers
+  EntryText entry;
+};
+
+Shape shapeOf(Style style) {
+  switch (style) {
+    case Style::mcpServers:
+      return {jsonc, "mcpServers", plainEntry};
+    case Style::vsCode:
+      return {jsonc, "servers", typedEntry};
+    case Style::zed:
+      return {jsonc, "context_servers", nestedEntry};
+  }
+  throw std::logic_error("a style without a shape");
 }
 
 /// Puts what `change` makes of the client's configuration in its place; nothing, or an equal text, leaves the
@@ -124,18 +164,12 @@ std::string serverPath() {
 }
 
 std::string entryText(Style style, std::string_view server) {
-  const std::string path = quoted(server);
   std::string arguments;
   for (const std::string_view argument : serverArguments) {
     if (!arguments.empty()) arguments += ", ";
     arguments += quoted(argument);
   }
-  if (style == Style::zed) {
-    return "{\n  \"source\": \"custom\",\n  \"command\": {\n    \"path\": " + path + ",\n    \"args\": [" +
-           arguments + "]\n  }\n}";
-  }
-  const std::string type = style == Style::vsCode ? "  \"type\": \"stdio\",\n" : "";
-  return "{\n" + type + "  \"command\": " + path + ",\n  \"args\": [" + arguments + "]\n}";
+  return shapeOf(style).entry(quoted(server), arguments);
 }
 
 std::string realConfigFile(std::string_view path) {
@@ -143,23 +177,22 @@ std::string realConfigFile(std::string_view path) {
 }
 
 void install(const Client& client, std::string_view server) {
+  const Shape shape = shapeOf(client.style);
   const std::string entry = entryText(client.style, server);
-  editLogged(client, [&](const std::string& old) {
-    return JSONCEditor::set(old, topKey(client.style), memberKey, entry);
-  });
+  editLogged(client,
+             [&](const std::string& old) { return shape.language.set(old, shape.topKey, memberKey, entry); });
 }
 
 void remove(const Client& client) {
-  editLogged(client, [&](const std::string& old) {
-    return JSONCEditor::remove(old, topKey(client.style), memberKey);
-  });
+  const Shape shape = shapeOf(client.style);
+  editLogged(client,
+             [&](const std::string& old) { return shape.language.remove(old, shape.topKey, memberKey); });
 }
 
 bool isInstalled(const Client& client) {
+  const Shape shape = shapeOf(client.style);
   try {
-    const auto object = JSONCEditor::readObject(platform::expandTilde(client.path));
-    const json::JSONValue* servers = object ? object->find(topKey(client.style)) : nullptr;
-    return servers != nullptr && servers->object() != nullptr && servers->object()->contains(memberKey);
+    return shape.language.contains(platform::expandTilde(client.path), shape.topKey, memberKey);
   } catch (const std::runtime_error&) {
     // An agent that cannot read its configuration either has no entry.
     return false;

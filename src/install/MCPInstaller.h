@@ -10,7 +10,8 @@
 
 namespace zelto::MCPInstaller {
 
-/// The shape of an agent's configuration file: under which key its servers are, and what an entry holds.
+/// The shape of an agent's configuration file: its language, under which key its servers are, and what an
+/// entry holds.
 enum class Style { mcpServers, vsCode, zed };
 
 /// An agent.
