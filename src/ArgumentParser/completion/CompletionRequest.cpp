@@ -106,9 +106,8 @@ std::optional<Request> completionCall(const std::vector<std::string>& arguments,
       if ((!isIndexed || word == wordIndex) && words[word] == traits(*shell).emptyWord) words[word].clear();
     }
   }
-  const std::string answers =
-      response(definition->completion.function(words, wordIndex, cursorIndex), shellName);
-  return Request{[answers] { return answers; }};
+  return Request{[answers = response(definition->completion.function(words, wordIndex, cursorIndex),
+                                     shellName)] { return answers; }};
 }
 
 }  // namespace ArgumentParser

@@ -82,7 +82,7 @@ std::string flag(const NameInfoV0& name) {
 
 /// How an argument stands in a synopsis or, with all its names, at the start of its entry.
 std::string synopsis(const ArgumentInfoV0& argument, bool withAllNames) {
-  const std::string value = argument.kind == "flag" ? "" : "Ar " + word(argument.valueName);
+  std::string value = argument.kind == "flag" ? "" : "Ar " + word(argument.valueName);
   if (argument.kind == "positional") return value;
   std::vector<std::string> texts;
   for (const NameInfoV0& name : argument.names) {

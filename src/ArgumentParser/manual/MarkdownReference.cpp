@@ -29,10 +29,11 @@ std::string usageOf(const CommandInfoV0& command) {
   for (const ArgumentInfoV0& argument : command.arguments) {
     if (!argument.shouldDisplay) continue;
     std::string text = argument.kind == "positional" ? "" : argument.preferredName->synopsisString();
-    if (argument.kind != "flag") text += (text.empty() ? "<" : " <") + argument.valueName + ">";
+    if (argument.kind != "flag")
+      text.append(text.empty() ? "<" : " <").append(argument.valueName).append(">");
     if (argument.isRepeating) text += " ...";
     if (argument.isOptional) text = "[" + text + "]";
-    result += (argument.parsingStrategy == "postTerminator" ? " -- " : " ") + text;
+    result.append(argument.parsingStrategy == "postTerminator" ? " -- " : " ").append(text);
   }
   return result + (children(command).empty() ? "" : " <subcommand>");
 }

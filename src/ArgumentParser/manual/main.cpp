@@ -77,7 +77,7 @@ struct Manual {
           it.option(&Manual::date, "date",
                     {.help = {"The pages' date", {}, "yyyy-mm-dd"}, .transform = writtenDate});
           it.option(&Manual::texts, "texts",
-                    {.help = "A file of further sections: \"# Title\", paragraphs, \"- term: text\"",
+                    {.help = R"(A file of further sections: "# Title", paragraphs, "- term: text")",
                      .completion = AP::CompletionKind::file()});
           it.option(&Manual::output, "output",
                     {.help = "The directory to write to",
