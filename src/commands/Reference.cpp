@@ -7,7 +7,6 @@
 namespace zelto {
 
 using ArgumentParser::command;
-using Out::Style;
 
 ArgumentParser::Declaration Docs::declaration() {
   return command<Docs>({.abstract = "The reference Zelto hands to a code generator"}, [](auto& it) {

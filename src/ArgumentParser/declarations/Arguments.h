@@ -107,8 +107,11 @@ concept FitsField = std::is_convertible_v<Given, std::optional<Field>> &&
 template <class Field>
 struct DefaultValue : std::optional<Field> {
   DefaultValue() = default;
+  // The requirement leaves copies and moves alone.
   template <class Given>
-  requires(!std::same_as<std::decay_t<Given>, DefaultValue>) DefaultValue(Given&& given)
+  requires(!std::same_as<std::decay_t<Given>, DefaultValue>)
+      // NOLINTNEXTLINE(bugprone-forwarding-reference-overload): the check does not read requirements
+      DefaultValue(Given&& given)
       : std::optional<Field>(checked(std::forward<Given>(given))) {}
 
  private:
