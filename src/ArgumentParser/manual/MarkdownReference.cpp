@@ -32,7 +32,7 @@ std::string usageOf(const CommandInfoV0& command) {
     if (argument.kind != "flag")
       text.append(text.empty() ? "<" : " <").append(argument.valueName).append(">");
     if (argument.isRepeating) text += " ...";
-    if (argument.isOptional) text = "[" + text + "]";
+    if (argument.isOptional) text.insert(0, "[").append("]");
     result.append(argument.parsingStrategy == "postTerminator" ? " -- " : " ").append(text);
   }
   return result + (children(command).empty() ? "" : " <subcommand>");
