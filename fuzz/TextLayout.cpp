@@ -31,6 +31,7 @@ struct Declared {
       it.flag(&Declared::flag, "flag", {.help = textAt(5)});
     });
   }
+  void run() {}
 };
 
 /// A number of any size, small ones more often.
