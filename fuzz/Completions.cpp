@@ -102,8 +102,8 @@ std::string scriptOf(Shell shell, const CommandInfoV0& root) {
   return traits(shell).script(root);
 }
 
-/// What the completion system reads in a quoted stretch: the words of a list, the parts of a specification.
-/// How to cut it up is judged by `model`, the stretch with harmless texts.
+/// What the completion system reads in a quoted stretch: the words of a list, the parts of an option as zsh
+/// wants it told. How to cut it up is judged by `model`, the stretch with harmless texts.
 std::vector<std::string> partsOf(Shell shell, const std::string& stretch, const std::string& model) {
   std::vector<std::string> parts(1);
   if (shell == Shell::fish) {

@@ -87,8 +87,8 @@ struct NameSpecification {
   bool isLong = false;  ///< `Long` alone, without an element for it: most have it, and a start makes many
 };
 
-/// `Short` and `Long`. It becomes a specification where it is used, for none may be built before `main`:
-/// there nobody could tell that memory has run out.
+/// `Short` and `Long`. It becomes a `NameSpecification` where it is used, for none may be built before
+/// `main`: there nobody could tell that memory has run out.
 struct ShortAndLong {
   operator NameSpecification() const { return {NameSpecification::Short{}, NameSpecification::Long{}}; }
 };
