@@ -76,7 +76,7 @@ bool succeeds(Operation operation, const Installer::Client& client) {
     return true;
   } catch (const Editor::EditError& error) {
     message = error.what();
-  } catch (const platform::FileError& error) {
+  } catch (const platform::SystemError& error) {
     message = error.what();
   }
   expect(!message.empty(), "a failure says why");

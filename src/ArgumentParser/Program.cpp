@@ -29,7 +29,7 @@ int printed(const CommandError& end) {
       platform::printError(end.text + "\n");
     }
     return end.status;
-  } catch (const platform::OutputError& error) {
+  } catch (const platform::SystemError& error) {
     // The words themselves could not be written.
     platform::printError(std::string("Error: ") + error.what() + "\n");
     return ExitCode::failure.value;

@@ -75,8 +75,8 @@ HTTPResponse exchange(const APICredentials& credentials, std::string_view method
     connection.send(requestText(credentials, method, target, body));
     isSent = true;
     received = receiveAll(connection);
-  } catch (const platform::ConnectionError& error) {
-    using Kind = platform::ConnectionError::Kind;
+  } catch (const platform::SystemError& error) {
+    using Kind = platform::SystemError::Kind;
     if (error.kind == Kind::unresolved) throw unreachable("cannot resolve " + credentials.host);
     if (error.kind == Kind::refused) throw unreachable(error.what(), Cause::refused);
     if (error.kind == Kind::timedOut && isSent)

@@ -31,7 +31,7 @@ std::string set(std::string_view text, std::string_view topKey, std::string_view
 std::optional<std::string> remove(std::string_view text, std::string_view topKey, std::string_view key);
 
 /// The object in the file at `path`, an empty one for a blank file; nothing if there is no file. Raises
-/// `EditError` for any other content, and `platform::FileError` if the file cannot be read or looked for.
+/// `EditError` for any other content, and `platform::SystemError` if the file cannot be read or looked for.
 std::optional<json::JSONObject> readObject(const std::string& path);
 
 }  // namespace zelto::JSONCEditor

@@ -91,7 +91,7 @@ void edit(const Client& client, Change change) {
       return platform::log(logSource, platform::LogLevel::info, "Wrote MCP entry to " + client.path);
     }
   }
-  throw platform::FileError(client.path + ": another program keeps changing it; nothing was written");
+  throw platform::SystemError::file(client.path, "another program keeps changing it; nothing was written");
 }
 
 /// `edit`, with a failure told to the log before it rises.

@@ -51,12 +51,12 @@ std::string serverPath();
 std::string entryText(Style style, std::string_view server);
 
 /// The file to edit for the configuration path `path`: symbolic links of the file and of its directory
-/// followed, dangling ones too. Raises `platform::FileError` if a link cannot be read.
+/// followed, dangling ones too. Raises `platform::SystemError` if a link cannot be read.
 std::string realConfigFile(std::string_view path);
 
 /// Writes the entry that starts the server at `server` into the agent's configuration file, which is created
 /// if it is missing and left alone if the entry is there already. Raises `JSONCEditor::EditError` or
-/// `platform::FileError`; the file is then as it was.
+/// `platform::SystemError`; the file is then as it was.
 void install(const Client& client, std::string_view server);
 
 /// Takes the entry out, if there is one. Raises like `install`.

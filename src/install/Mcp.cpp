@@ -8,7 +8,6 @@
 #include "install/MCPInstaller.h"
 #include "mcp/MCPServer.h"
 #include "platform/Files.h"
-#include "platform/Streams.h"
 #include "text/Unicode.h"
 
 namespace zelto {
@@ -43,17 +42,18 @@ std::vector<Client> installedClients() {
   return installed;
 }
 
-/// Runs `change` for each client that `reference` means; the first failure ends it, those done stay done.
+/// Runs `change` for each client that `reference` means, and prints `deed` and what `change` returns. The
+/// first failure ends it; those done stay done.
 template <class Change>
-void forEachClient(const std::string& reference, Change change) {
+void forEachClient(const std::string& reference, Out::Deed deed, Change change) {
   for (const Client& client : resolveClients(reference)) {
+    Out::StyledText changed;
     try {
-      change(client);
-    } catch (const platform::OutputError&) {
-      throw;
+      changed = change(client);
     } catch (const std::runtime_error& failure) {
       throw CLIError(client.name + ": " + failure.what());
     }
+    Out::done(deed, changed);
     Out::flush();
   }
 }
@@ -137,10 +137,10 @@ void Mcp::Install::run() const {
   options.apply();
   // Looked up once, so that what is written is what was checked.
   const std::string server = MCPInstaller::serverPath();
-  forEachClient(client, [&](const Client& each) {
+  forEachClient(client, Out::Deed::installed, [&](const Client& each) {
     if (!platform::isExecutableFile(server)) throw MCPInstaller::InstallError::missingServer();
     MCPInstaller::install(each, server);
-    Out::done(Out::Deed::installed, each.name + Out::paint("  " + each.detail, Style::dim));
+    return each.name + Out::paint("  " + each.detail, Style::dim);
   });
 }
 
@@ -153,9 +153,9 @@ ArgumentParser::Declaration Mcp::Remove::declaration() {
 
 void Mcp::Remove::run() const {
   options.apply();
-  forEachClient(client, [](const Client& each) {
+  forEachClient(client, Out::Deed::removed, [](const Client& each) {
     MCPInstaller::remove(each);
-    Out::done(Out::Deed::removed, each.name);
+    return Out::StyledText(each.name);
   });
 }
 

@@ -31,7 +31,7 @@ class MissingDirectories {
   explicit MissingDirectories(std::string directory) {
     struct stat status {};
     while (::stat(directory.c_str(), &status) != 0) {
-      if (errno != ENOENT) throw FileError::last(directory);
+      if (errno != ENOENT) throw SystemError::file(directory);
       missing.push_back(std::exchange(directory, directoryOf(directory)));
     }
   }
@@ -43,7 +43,7 @@ class MissingDirectories {
   void create() {
     for (; created < missing.size(); ++created) {
       const std::string& next = missing[missing.size() - created - 1];
-      if (::mkdir(next.c_str(), 0777) != 0 && errno != EEXIST) throw FileError::last(next);
+      if (::mkdir(next.c_str(), 0777) != 0 && errno != EEXIST) throw SystemError::file(next);
     }
   }
 
@@ -65,7 +65,7 @@ class TemporaryFile {
   TemporaryFile(const std::string& directory, std::string_view prefix, mode_t mode, const std::string& target)
       : path(directory + "/" + std::string(prefix) + std::string(suffixLength, '0')) {
     while (!create(mode)) {
-      if (errno != EEXIST) throw FileError::last(target);
+      if (errno != EEXIST) throw SystemError::file(target);
     }
   }
   TemporaryFile(const TemporaryFile&) = delete;
@@ -135,11 +135,11 @@ bool flushToDisk(int descriptor) {
   return uninterrupted([&] { return ::fsync(descriptor); }) == 0;
 }
 
-/// Whether `old`, or nothing, still stands at `path`. Raises `FileError` if the look fails.
+/// Whether `old`, or nothing, still stands at `path`. Raises `SystemError` if the look fails.
 bool isUnchanged(const std::string& path, const std::optional<TextFile>& old) {
   struct stat status {};
   if (::lstat(path.c_str(), &status) == 0) return old && stateOf(status) == old->state;
-  if (!meansAbsent(errno)) throw FileError::last(path);
+  if (!meansAbsent(errno)) throw SystemError::file(path);
   return !old;
 }
 
@@ -153,11 +153,11 @@ bool replaceFile(const std::string& path, std::string_view bytes, const std::opt
   removeLeftovers(directory, temporaryPrefix);
   // Nobody else may read what replaces a private file, not even before it has its final rights.
   TemporaryFile temporary(directory, temporaryPrefix, old ? 0600 : 0666, path);
-  if (!writeAll(temporary.descriptor(), bytes)) throw FileError::last(path);
+  if (!writeAll(temporary.descriptor(), bytes)) throw SystemError::file(path);
   if (old) copyAttributes(old->descriptor.get(), temporary.descriptor(), path);
-  if (!flushToDisk(temporary.descriptor())) throw FileError::last(path);
+  if (!flushToDisk(temporary.descriptor())) throw SystemError::file(path);
   if (!isUnchanged(path, old)) return false;
-  if (!temporary.moveTo(path)) throw FileError::last(path);
+  if (!temporary.moveTo(path)) throw SystemError::file(path);
   // Without this the rename itself may be lost in a crash of the machine; a directory that cannot be synced
   // is no reason to report a write that has taken place as failed.
   if (const FileDescriptor parent(::open(directory.c_str(), O_RDONLY | O_CLOEXEC)); parent) {

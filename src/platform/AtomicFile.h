@@ -15,7 +15,7 @@ namespace platform {
 /// would be replaced itself.
 ///
 /// False, with nothing changed, if what stands at `path` now is not `old` any more: somebody else has written
-/// it. Raises `FileError`, with nothing changed and nothing left over, if the system refuses, and where the
+/// it. Raises `SystemError`, with nothing changed and nothing left over, if the system refuses, and where the
 /// owner or the access list of the old file cannot be kept. Its group and its other attributes are kept where
 /// the system lets us; without the group, its members and everybody else get only what both had. A new file
 /// has the rights that any new file gets at that place.

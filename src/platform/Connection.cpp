@@ -18,11 +18,11 @@ namespace {
 
 [[noreturn]] void raiseLast() {
   const int error = errno;
-  using Kind = ConnectionError::Kind;
-  Kind kind = Kind::other;
+  using Kind = SystemError::Kind;
+  Kind kind = Kind::connection;
   if (error == ECONNREFUSED) kind = Kind::refused;
   if (error == EAGAIN || error == EWOULDBLOCK) kind = Kind::timedOut;
-  throw ConnectionError(kind, std::strerror(error));
+  throw SystemError(kind, std::strerror(error));
 }
 
 using Addresses = std::unique_ptr<addrinfo, decltype(&::freeaddrinfo)>;
@@ -35,7 +35,7 @@ Addresses resolve(const std::string& host, std::int64_t port) {
   // The system would cut a host at its first NUL and a port to 16 bits, and so reach some other server.
   if (host.find('\0') != std::string::npos || !std::in_range<std::uint16_t>(port) ||
       ::getaddrinfo(host.c_str(), std::to_string(port).c_str(), &hints, &list) != 0 || list == nullptr) {
-    throw ConnectionError(ConnectionError::Kind::unresolved, {});
+    throw SystemError(SystemError::Kind::unresolved, {});
   }
   return {list, &::freeaddrinfo};
 }

@@ -2,37 +2,25 @@
 #pragma once
 
 #include <cstdint>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 
 #include "platform/FileDescriptor.h"
+#include "platform/SystemError.h"
 
 namespace platform {
-
-/// A connection that could not be made or that broke; `what()` is the system's text.
-struct ConnectionError : std::runtime_error {
-  enum class Kind {
-    unresolved,  ///< the host leads nowhere; the text is empty
-    refused,     ///< nobody listens there
-    timedOut,    ///< nothing came in time
-    other,
-  };
-  ConnectionError(Kind what, const std::string& text) : std::runtime_error(text), kind(what) {}
-  Kind kind;
-};
 
 /// A TCP connection that no child inherits.
 class Connection {
  public:
   /// Connects to the first address of `host`, a name or an address. Each single read and write waits for
-  /// `seconds` at most, or without end for 0. Raises `ConnectionError`.
+  /// `seconds` at most, or without end for 0. Raises `SystemError`.
   Connection(const std::string& host, std::int64_t port, long seconds);
 
-  /// Sends all of `bytes`. Raises `ConnectionError`.
+  /// Sends all of `bytes`. Raises `SystemError`.
   void send(std::string_view bytes) const;
   /// Waits for bytes and puts at most `size` of them into `buffer`. Returns how many, 0 at the end of what
-  /// the server sends. Raises `ConnectionError`.
+  /// the server sends. Raises `SystemError`.
   std::size_t receive(char* buffer, std::size_t size) const;
 
   int descriptor() const { return socket.get(); }

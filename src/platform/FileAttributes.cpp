@@ -21,7 +21,7 @@ namespace platform {
 namespace {
 
 [[noreturn]] void refuse(const std::string& path, const char* attribute) {
-  throw FileError(path + ": cannot keep its " + attribute + ": " + std::strerror(errno));
+  throw SystemError::file(path, std::string("cannot keep its ") + attribute + ": " + std::strerror(errno));
 }
 
 #ifdef __APPLE__
@@ -136,7 +136,7 @@ void copyOtherAttributes(int from, int to, const struct stat&, const std::string
 void copyAttributes(int from, int to, const std::string& path) {
   struct stat old {
   }, created{};
-  if (::fstat(from, &old) != 0 || ::fstat(to, &created) != 0) throw FileError::last(path);
+  if (::fstat(from, &old) != 0 || ::fstat(to, &created) != 0) throw SystemError::file(path);
   constexpr auto unchanged = static_cast<gid_t>(-1);
   if (old.st_uid != created.st_uid && ::fchown(to, old.st_uid, unchanged) != 0) refuse(path, "owner");
   const bool keepsGroup =
@@ -156,7 +156,7 @@ void copyAttributes(int from, int to, const std::string& path) {
   }
   // The mode goes last: a change of owner takes the set-id bits off, and until then only the creator may
   // read.
-  if (::fchmod(to, mode) != 0) throw FileError::last(path);
+  if (::fchmod(to, mode) != 0) throw SystemError::file(path);
 }
 
 }  // namespace platform

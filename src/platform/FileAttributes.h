@@ -8,7 +8,7 @@ namespace platform {
 /// Gives the open file `to`, which nobody else may read yet, the attributes of the open file `from`, so that
 /// nobody can read or write `to` who could not read or write `from`. A group that the system does not let us
 /// set is left out: its members and everybody else then get only the rights that both had. An attribute that
-/// decides on nobody's access may be lost. Raises `FileError` for `path` if anything else cannot be kept.
+/// decides on nobody's access may be lost. Raises `SystemError` for `path` if anything else cannot be kept.
 void copyAttributes(int from, int to, const std::string& path);
 
 }  // namespace platform

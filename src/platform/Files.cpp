@@ -26,19 +26,19 @@ struct OpenFile {
   struct stat status {};
 };
 
-/// Opens the regular file at `path`; nothing if nothing stands there. Raises `FileError`. The path is opened
-/// before anything is asked about it, so that no two looks can disagree.
+/// Opens the regular file at `path`; nothing if nothing stands there. Raises `SystemError`. The path is
+/// opened before anything is asked about it, so that no two looks can disagree.
 std::optional<OpenFile> openRegularFile(const std::string& path) {
   // Without O_NONBLOCK a pipe would be waited for until somebody writes.
   constexpr int flags = O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
   OpenFile file{FileDescriptor(uninterrupted([&] { return ::open(path.c_str(), flags); }))};
   if (!file.descriptor && meansAbsent(errno)) return std::nullopt;
-  if (!file.descriptor || ::fstat(file.descriptor.get(), &file.status) != 0) throw FileError::last(path);
+  if (!file.descriptor || ::fstat(file.descriptor.get(), &file.status) != 0) throw SystemError::file(path);
   if (S_ISREG(file.status.st_mode)) return file;
-  throw FileError(path + (S_ISDIR(file.status.st_mode) ? ": Is a directory" : ": not a regular file"));
+  throw SystemError::file(path, S_ISDIR(file.status.st_mode) ? "Is a directory" : "not a regular file");
 }
 
-/// All bytes of the file at `path`. Raises `FileError`, also for more than `limit` bytes.
+/// All bytes of the file at `path`. Raises `SystemError`, also for more than `limit` bytes.
 std::string readWithin(std::size_t limit, const OpenFile& file, const std::string& path) {
   // The size is only a hint, as the file may grow; one byte more shows that the end has been reached.
   const auto expected = static_cast<std::size_t>(std::max<off_t>(file.status.st_size, 0));
@@ -47,10 +47,11 @@ std::string readWithin(std::size_t limit, const OpenFile& file, const std::strin
   for (;;) {
     const auto count = uninterrupted(
         [&] { return ::read(file.descriptor.get(), bytes.data() + filled, bytes.size() - filled); });
-    if (count < 0) throw FileError::last(path);
+    if (count < 0) throw SystemError::file(path);
     if (count == 0) break;
     filled += static_cast<std::size_t>(count);
-    if (filled > limit) throw FileError(path + ": larger than " + std::to_string(limit / mebibyte) + " MiB");
+    if (filled > limit)
+      throw SystemError::file(path, "larger than " + std::to_string(limit / mebibyte) + " MiB");
     if (filled == bytes.size()) bytes.resize(std::min(2 * filled, limit + 1));
   }
   bytes.resize(filled);
@@ -72,7 +73,7 @@ class LinkWalk {
   explicit LinkWalk(const std::string& path) : rest(path) {
     if (rest.starts_with('/')) return;
     char directory[PATH_MAX];
-    if (::getcwd(directory, sizeof directory) == nullptr) throw FileError::last(path);
+    if (::getcwd(directory, sizeof directory) == nullptr) throw SystemError::file(path);
     reached = directory;
   }
 
@@ -100,7 +101,7 @@ class LinkWalk {
     }
     if (++links > mostLinks) {
       errno = ELOOP;
-      throw FileError::last(place);
+      throw SystemError::file(place);
     }
     if (target->starts_with('/')) reached = "/";
     rest = isLast ? *target : *target + "/" + rest;
@@ -112,7 +113,7 @@ class LinkWalk {
     const auto length = ::readlink(place.c_str(), target, sizeof target);
     if (length >= 0) return std::string(target, static_cast<std::size_t>(length));
     if (errno == EINVAL || meansAbsent(errno)) return std::nullopt;
-    throw FileError::last(place);
+    throw SystemError::file(place);
   }
 
   std::string reached = "/";
@@ -122,10 +123,6 @@ class LinkWalk {
 };
 
 }  // namespace
-
-FileError FileError::last(const std::string& path) {
-  return FileError(path + ": " + std::strerror(errno));
-}
 
 FileState stateOf(const struct stat& status) {
 #ifdef __APPLE__
@@ -143,7 +140,7 @@ std::optional<TextFile> readTextFile(const std::string& path) {
   auto file = openRegularFile(path);
   if (!file) return std::nullopt;
   std::string text = readWithin(largestText, *file, path);
-  if (!text::isUTF8(text)) throw FileError(path + ": not UTF-8 text");
+  if (!text::isUTF8(text)) throw SystemError::file(path, "not UTF-8 text");
   return TextFile{std::move(text), stateOf(file->status), std::move(file->descriptor)};
 }
 
@@ -151,7 +148,7 @@ std::optional<std::string> readSmallFile(const std::string& path) {
   try {
     const auto file = openRegularFile(path);
     if (file) return readWithin(largestSmallFile, *file, path);
-  } catch (const FileError&) {
+  } catch (const SystemError&) {
     // The caller has no use for the reason.
   }
   return std::nullopt;
@@ -181,7 +178,7 @@ bool isExecutableFile(const std::string& path) {
 std::string followedPath(const std::string& path) {
   char resolved[PATH_MAX];
   if (::realpath(path.c_str(), resolved) != nullptr) return resolved;
-  if (!meansAbsent(errno)) throw FileError::last(path);
+  if (!meansAbsent(errno)) throw SystemError::file(path);
   return LinkWalk(path).end();
 }
 

@@ -7,20 +7,13 @@
 #include <array>
 #include <cstdint>
 #include <optional>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 
 #include "platform/FileDescriptor.h"
+#include "platform/SystemError.h"
 
 namespace platform {
-
-/// A file operation that failed; `what()` is the path, ": ", and the reason, mostly in the system's words.
-struct FileError : std::runtime_error {
-  using std::runtime_error::runtime_error;
-  /// The error that `errno` tells of.
-  static FileError last(const std::string& path);
-};
 
 /// Which file a path led to, and when that file was last changed. Two equal states are the same file,
 /// unchanged in between as far as the file system's clock can tell.
@@ -41,7 +34,7 @@ struct TextFile {
 };
 
 /// The text of the regular file at `path`, links followed; nothing if nothing stands there. Raises
-/// `FileError` for everything else: a look that fails, a directory, a pipe or a device (it is never waited
+/// `SystemError` for everything else: a look that fails, a directory, a pipe or a device (it is never waited
 /// for), a file of more than 256 MiB, and bytes that are not well-formed UTF-8.
 std::optional<TextFile> readTextFile(const std::string& path);
 
@@ -67,7 +60,7 @@ bool isExecutableFile(const std::string& path);
 
 /// The absolute path to which the system is led by `path`, with all links followed, also where something on
 /// the way does not exist yet; "." and ".." count from where the links have led. A dangling link that leads
-/// to another one is followed 16 times at most, and the link then reached is the result. Raises `FileError`
+/// to another one is followed 16 times at most, and the link then reached is the result. Raises `SystemError`
 /// if a look fails, as it does in a circle of links.
 std::string followedPath(const std::string& path);
 

@@ -21,7 +21,8 @@ std::string pending;
 
 void write(std::string_view bytes) {
   if (writeAll(STDOUT_FILENO, bytes)) return;
-  throw OutputError(std::string("cannot write standard output: ") + std::strerror(errno));
+  throw SystemError(SystemError::Kind::output,
+                    std::string("cannot write standard output: ") + std::strerror(errno));
 }
 
 }  // namespace

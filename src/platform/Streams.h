@@ -2,27 +2,22 @@
 #pragma once
 
 #include <optional>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 
 #include "platform/StyledText.h"
+#include "platform/SystemError.h"
 
 namespace platform {
 
-/// Standard output took no more; `what()` is "cannot write standard output: " and the system's text.
-struct OutputError : std::runtime_error {
-  using std::runtime_error::runtime_error;
-};
-
-/// Appends `text` to what waits for standard output, and writes when much has gathered. Raises `OutputError`.
+/// Appends `text` to what waits for standard output, and writes when much has gathered. Raises `SystemError`.
 void print(const StyledText& text);
 
 /// The same for bytes that go out as they are, since their writer has made sure that they hold nothing which
-/// a terminal would obey. Raises `OutputError`.
+/// a terminal would obey. Raises `SystemError`.
 void printHarmless(std::string_view bytes);
 
-/// Writes all that waits to standard output. Raises `OutputError`. A closed pipe ends the process by SIGPIPE.
+/// Writes all that waits to standard output. Raises `SystemError`. A closed pipe ends the process by SIGPIPE.
 void flushOutput();
 
 /// Writes `text` to standard error at once, after whatever waits for standard output. On a terminal, what it

@@ -1,0 +1,12 @@
+#include "platform/SystemError.h"
+
+#include <cerrno>
+#include <cstring>
+
+namespace platform {
+
+std::string SystemError::reasonNow() {
+  return std::strerror(errno);
+}
+
+}  // namespace platform
