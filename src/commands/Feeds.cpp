@@ -2,6 +2,8 @@
 
 #include "cli/CLICall.h"
 #include "cli/CLIError.h"
+#include "cli/Out.h"
+#include "cli/Settings.h"
 #include "client/Timeouts.h"
 #include "client/Wire.h"
 #include "commands/FeedRows.h"

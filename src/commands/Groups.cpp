@@ -21,6 +21,15 @@ void switchGroup(const std::string& name, bool on) {
   Out::line(Out::onOff(on, 3) + " every rule in " + name);
 }
 
+/// What `enable` and `disable` declare alike.
+template <class Switch>
+ArgumentParser::Declaration switchDeclaration(const char* abstract) {
+  return command<Switch>({.abstract = abstract}, [](auto& it) {
+    it.argument(&Switch::name, "name");
+    it.group(&Switch::options, "options");
+  });
+}
+
 }  // namespace
 
 ArgumentParser::Declaration Groups::declaration() {
@@ -49,10 +58,7 @@ void Groups::List::run() const {
 }
 
 ArgumentParser::Declaration Groups::Enable::declaration() {
-  return command<Enable>({.abstract = "Turn every rule in a group on"}, [](auto& it) {
-    it.argument(&Enable::name, "name");
-    it.group(&Enable::options, "options");
-  });
+  return switchDeclaration<Enable>("Turn every rule in a group on");
 }
 
 void Groups::Enable::run() const {
@@ -61,10 +67,7 @@ void Groups::Enable::run() const {
 }
 
 ArgumentParser::Declaration Groups::Disable::declaration() {
-  return command<Disable>({.abstract = "Turn every rule in a group off"}, [](auto& it) {
-    it.argument(&Disable::name, "name");
-    it.group(&Disable::options, "options");
-  });
+  return switchDeclaration<Disable>("Turn every rule in a group off");
 }
 
 void Groups::Disable::run() const {

@@ -35,6 +35,15 @@ void switchRules(const std::vector<std::string>& refs, bool on) {
   }
 }
 
+/// What `enable` and `disable` declare alike.
+template <class Switch>
+ArgumentParser::Declaration switchDeclaration(const char* abstract) {
+  return command<Switch>({.abstract = abstract}, [](auto& it) {
+    it.argument(&Switch::ids, "ids", {.help = idsHelp, .atLeastOne = true});
+    it.group(&Switch::options, "options");
+  });
+}
+
 /// Asks on the terminal; anything but a plain yes raises.
 void confirmRemoval(const std::vector<Resolved>& rules) {
   Out::StyledText question = "Delete ";
@@ -185,10 +194,7 @@ void Rules::Remove::run() const {
 }
 
 ArgumentParser::Declaration Rules::Enable::declaration() {
-  return command<Enable>({.abstract = "Turn rules on"}, [](auto& it) {
-    it.argument(&Enable::ids, "ids", {.help = idsHelp, .atLeastOne = true});
-    it.group(&Enable::options, "options");
-  });
+  return switchDeclaration<Enable>("Turn rules on");
 }
 
 void Rules::Enable::run() const {
@@ -197,10 +203,7 @@ void Rules::Enable::run() const {
 }
 
 ArgumentParser::Declaration Rules::Disable::declaration() {
-  return command<Disable>({.abstract = "Turn rules off"}, [](auto& it) {
-    it.argument(&Disable::ids, "ids", {.help = idsHelp, .atLeastOne = true});
-    it.group(&Disable::options, "options");
-  });
+  return switchDeclaration<Disable>("Turn rules off");
 }
 
 void Rules::Disable::run() const {

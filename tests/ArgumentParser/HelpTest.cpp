@@ -36,8 +36,8 @@ TEST(Wrapping, CutsAtTheLastBlankThatFits) {
   for (const auto& row : support::rowsIn(SOURCES "/expected/wrapping.json")) {
     EXPECT_EQ(wrapped(row[0], std::stoll(row[1]), std::stoi(row[2])), row[3]) << row[0] << " " << row[1];
   }
-  EXPECT_EQ(hangingIndented("a\nb\n\nc", 2), "a\n  b\n\n  c");
-  EXPECT_EQ(hangingIndented("a", 2), "a");
+  EXPECT_EQ(hangingIndented(": ", "a\nb\n\nc"), ": a\n  b\n\n  c");
+  EXPECT_EQ(hangingIndented(": ", "a"), ": a");
 }
 
 struct Inner {

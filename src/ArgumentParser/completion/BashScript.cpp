@@ -56,7 +56,7 @@ std::string optionValuesBlock(const CommandInfoV0& command) {
   for (const ArgumentInfoV0* each : named(command)) {
     if (each->kind != "option") continue;
     std::vector<std::string> labels;
-    for (const std::string& name : names(*each)) labels.push_back(quoted(name));
+    for (const std::string& name : names(*each)) labels.push_back(shellQuoted(name));
     // An option without completions has its case too: nothing else may be offered for its value.
     cases += caseOf(text::joined(labels, "|"), valueCompletion(command, *each, 0));
   }
@@ -79,7 +79,7 @@ std::string positionalsBlock(const CommandInfoV0& command) {
 std::string subcommandsBlock(const CommandInfoV0& command) {
   std::vector<std::string> labels, words;
   for (const CommandInfoV0* child : children(command)) {
-    labels.push_back(quoted(child->commandName));
+    labels.push_back(shellQuoted(child->commandName));
     words.push_back(child->commandName);
   }
   if (labels.empty()) return {};
@@ -108,19 +108,10 @@ std::string functionBody(const CommandInfoV0& command) {
          "\n" + optionValuesBlock(command) + positionalsBlock(command) + subcommandsBlock(command);
 }
 
-/// The functions of all commands below one, parents first.
-std::string functionsBelow(const CommandInfoV0& command) {
-  std::string result;
-  for (const CommandInfoV0* child : children(command)) {
-    result += functionName(*child) + "() {\n" + functionBody(*child) + "}\n\n" + functionsBelow(*child);
-  }
-  return result;
-}
-
 }  // namespace
 
 std::string bashCompletionScript(const CommandInfoV0& root) {
-  return filled(bashText, root, {functionBody(root), functionsBelow(root)});
+  return filled(bashText, root, {functionBody(root), functionsBelow(root, functionBody)});
 }
 
 }  // namespace ArgumentParser

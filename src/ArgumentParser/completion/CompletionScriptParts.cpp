@@ -81,6 +81,16 @@ std::string forRoot(std::string_view pattern, const CommandInfoV0& command) {
   return replaced(std::string(pattern), "TOOL", path(command).front());
 }
 
+std::string functionsBelow(const CommandInfoV0& command,
+                           std::string (*functionBody)(const CommandInfoV0& command)) {
+  std::string result;
+  for (const CommandInfoV0* child : children(command)) {
+    result += functionName(*child) + "() {\n" + functionBody(*child) + "}\n\n" +
+              functionsBelow(*child, functionBody);
+  }
+  return result;
+}
+
 std::string filled(std::string_view script, const CommandInfoV0& command,
                    std::initializer_list<std::string> parts) {
   std::string result;
@@ -92,7 +102,7 @@ std::string filled(std::string_view script, const CommandInfoV0& command,
       result += forRoot(line, command) + "\n";
     }
   }
-  // One newline for the file's last line, one for the empty piece behind it.
+  // One newline ends the file's last line; the other comes from the empty piece that `split` gives after it.
   result.resize(result.find_last_not_of('\n') + 1);
   return result;
 }
@@ -110,7 +120,7 @@ std::string escaped(std::string_view text) {
   return replaced(std::string(text), "'", R"('\'')");
 }
 
-std::string quoted(std::string_view text) {
+std::string shellQuoted(std::string_view text) {
   return "'" + escaped(text) + "'";
 }
 

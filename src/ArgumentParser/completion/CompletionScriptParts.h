@@ -1,5 +1,5 @@
-// What the completion scripts of all shells share: which commands and arguments appear in them, how these are
-// called, and quoting.
+// What the completion scripts of all shells share: which commands and arguments appear in them, what these
+// are called there, and quoting.
 #pragma once
 
 #include <cstddef>
@@ -12,8 +12,8 @@
 
 namespace ArgumentParser::completions {
 
-/// A positional and its index among all positionals of its command, the hidden ones included, for they take
-/// words of the command line as well.
+/// A positional and its index among all positionals of its command, the hidden ones included, since they
+/// take words of the command line as well.
 struct Positional {
   const ArgumentInfoV0& info;
   std::size_t index;
@@ -37,6 +37,10 @@ PositionalCount positionalCount(const CommandInfoV0& command);
 std::vector<std::string> path(const CommandInfoV0& command);
 /// The shell function that completes the command's part of the line: "_root_sub".
 std::string functionName(const CommandInfoV0& command);
+/// In bash's and zsh's language, the functions of all commands below one, parents first; `functionBody` says
+/// what one of them does.
+std::string functionsBelow(const CommandInfoV0& command,
+                           std::string (*functionBody)(const CommandInfoV0& command));
 /// All names of an option or flag as typed.
 std::vector<std::string> names(const ArgumentInfoV0& argument);
 
@@ -47,6 +51,7 @@ std::string customCall(const CommandInfoV0& command, const ArgumentInfoV0& argum
 /// The kind of an argument's completion, "default" if it has none.
 std::string_view kind(const ArgumentInfoV0& argument);
 
+/// `text` with every `what` in it replaced by `with`.
 std::string replaced(std::string text, std::string_view what, std::string_view with);
 /// `pattern` with the root's name for each "TOOL" in it.
 std::string forRoot(std::string_view pattern, const CommandInfoV0& command);
@@ -62,7 +67,7 @@ std::string backslashed(std::string_view text, std::string_view characters);
 /// `text` for use between single quotes in bash and zsh.
 std::string escaped(std::string_view text);
 /// `text` as a single-quoted word of bash and zsh.
-std::string quoted(std::string_view text);
+std::string shellQuoted(std::string_view text);
 /// `text` as bash's `compgen -W` gives it back unchanged: it expands each word of its list.
 std::string escapedForWordList(std::string_view text);
 

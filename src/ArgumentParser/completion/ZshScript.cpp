@@ -116,19 +116,10 @@ std::string functionBody(const CommandInfoV0& command) {
          "\n    return \"${ret}\"\n";
 }
 
-/// The functions of all commands below one, parents first.
-std::string functionsBelow(const CommandInfoV0& command) {
-  std::string result;
-  for (const CommandInfoV0* child : children(command)) {
-    result += functionName(*child) + "() {\n" + functionBody(*child) + "}\n\n" + functionsBelow(*child);
-  }
-  return result;
-}
-
 }  // namespace
 
 std::string zshCompletionScript(const CommandInfoV0& root) {
-  return filled(zshText, root, {functionBody(root), functionsBelow(root)});
+  return filled(zshText, root, {functionBody(root), functionsBelow(root, functionBody)});
 }
 
 }  // namespace ArgumentParser

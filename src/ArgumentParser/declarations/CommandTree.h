@@ -1,4 +1,4 @@
-// The tree of command declarations, made once from the root's.
+// The tree of commands, grown from the root's declaration as far as something looks at it.
 #pragma once
 
 #include <memory>
@@ -57,7 +57,7 @@ class CommandTree {
   CommandNode rootNode;
 };
 
-/// The names of the commands of the stack joined by blanks, behind the root's super-command's name.
+/// The names of the commands of the stack joined by blanks, after the name of the root's super-command.
 std::string toolName(const CommandStack& stack);
 
 }  // namespace ArgumentParser

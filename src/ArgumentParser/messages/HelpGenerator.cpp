@@ -17,7 +17,6 @@ constexpr int helpIndent = 2;
 constexpr int labelColumnWidth = 26;
 constexpr int discussionIndent = 8;
 constexpr int valueDescriptionIndent = 28;
-constexpr int usageIndent = 7;
 
 std::string blanks(int count) {
   return std::string(static_cast<std::size_t>(count), ' ');
@@ -172,7 +171,7 @@ std::string HelpGenerator::rendered(std::optional<std::int64_t> screenWidth) con
   const std::int64_t width = screenWidth ? *screenWidth : screenSize().columns;
   std::string result;
   if (!abstract.empty()) result += wrapped("OVERVIEW: " + abstract, width, 0) + "\n\n";
-  if (!usage.empty()) result += "USAGE: " + hangingIndented(usage, usageIndent) + "\n\n";
+  if (!usage.empty()) result += hangingIndented("USAGE: ", usage) + "\n\n";
   std::vector<std::string> texts;
   bool listsSubcommands = false;
   for (const Section& section : sections) {

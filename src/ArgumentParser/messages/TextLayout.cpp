@@ -62,12 +62,12 @@ std::string wrapped(std::string_view text, std::int64_t width, int indent) {
   return result;
 }
 
-std::string hangingIndented(std::string_view text, int indent) {
-  std::string result;
+std::string hangingIndented(std::string_view label, std::string_view text) {
+  std::string result(label);
   bool isFirst = true;
   for (const std::string_view line : text::split(text, '\n')) {
     if (!isFirst) result += '\n';
-    if (!isFirst && !line.empty()) result.append(static_cast<std::size_t>(indent), ' ');
+    if (!isFirst && !line.empty()) result.append(label.size(), ' ');
     result += line;
     isFirst = false;
   }

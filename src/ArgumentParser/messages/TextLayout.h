@@ -8,12 +8,13 @@
 namespace ArgumentParser {
 
 /// `text` in lines of at most `width` characters, the `indent` blanks before each non-empty one included.
-/// Cuts at the last blank that fits; a longer word stays whole. Empty if `width` leaves no room behind the
+/// Cuts at the last blank that fits; a longer word stays whole. Empty if `width` leaves no room after the
 /// indent.
 std::string wrapped(std::string_view text, std::int64_t width, int indent);
 
-/// `text` with `indent` blanks before each non-empty line but the first.
-std::string hangingIndented(std::string_view text, int indent);
+/// `text` after `label`, its further non-empty lines indented by as many blanks as the label has bytes
+/// (ASCII).
+std::string hangingIndented(std::string_view label, std::string_view text);
 
 /// The size of the screen in characters: the variables COLUMNS and LINES, else the terminal of standard
 /// output, else 80 and 25.

@@ -11,7 +11,6 @@ namespace ArgumentParser {
 namespace {
 
 constexpr std::size_t mostSynopses = 12;
-constexpr int usageIndent = 7;
 
 /// " <value>", or " [<value>]" where it may be left out; nothing for a flag.
 std::string valuePart(const ArgumentDefinition& definition) {
@@ -90,7 +89,7 @@ std::string usage(const CommandStack& stack) {
 
 std::string usageMessage(const CommandStack& stack) {
   const std::string text = usage(stack);
-  return text.empty() ? text : "Usage: " + hangingIndented(text, usageIndent);
+  return text.empty() ? text : hangingIndented("Usage: ", text);
 }
 
 }  // namespace ArgumentParser
