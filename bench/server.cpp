@@ -1,6 +1,6 @@
-// An application that only answers fast: `bench_server DIRECTORY rules BYTES` lists rules of about so many
-// bytes, `bench_server DIRECTORY feed ENTRIES` hands out so many events, 1,000 a poll, and then fails. It
-// writes DIRECTORY/control.json and serves until it is killed.
+// A stand-in for the application that is fast and does nothing else: `bench_server DIRECTORY rules BYTES`
+// lists rules of about so many bytes, `bench_server DIRECTORY feed ENTRIES` hands out so many events, 1,000 a
+// poll, and then fails. It writes DIRECTORY/control.json and serves until it is killed.
 #include <cstdio>
 #include <cstdlib>
 #include <string>

@@ -153,7 +153,7 @@ struct Beds {
   }
 };
 
-/// What stands behind "--" is for another program.
+/// What follows "--" is for another program.
 struct During {
   std::string season;
   std::vector<std::string> line;

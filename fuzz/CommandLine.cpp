@@ -22,7 +22,7 @@ namespace {
 
 std::vector<std::string> arguments;
 
-/// A value is an argument, what stands behind its option's name in the same argument, or a short option out
+/// A value is an argument, what follows its option's name in the same argument, or a short option out
 /// of a cluster that nothing else has claimed.
 void expectGiven(const std::string& value) {
   const auto holds = [&](const std::string& argument) {

@@ -65,7 +65,7 @@ class Reader {
     } else {
       if (each == '"') isWithinQuotes ? open.pop_back() : open.push_back('"');
       if (each == '(' && (!isWithinQuotes || result.bare.ends_with('$'))) open.push_back('(');
-      // The one behind a case's label has no counterpart.
+      // The one after a case's label has no counterpart.
       if (each == ')' && !isWithinQuotes && !open.empty()) open.pop_back();
       result.bare += each;
     }

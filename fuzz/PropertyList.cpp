@@ -41,7 +41,7 @@ std::string asXML(std::string_view text, std::size_t way) {
 
 std::string listWith(fuzz::Input& input, const std::string& version) {
   const std::string pair = "<key>" + std::string(key) + "</key>";
-  // What must not be taken for it, before it or behind it.
+  // What must not be taken for it, before it or after it.
   const std::string others[] = {"", "<key>a</key><dict>" + pair + "<string>inner</string></dict>",
                                 "<key>b</key><string>" + std::string(key) + "</string>",
                                 "<key>c</key><array><string>x</string>" + pair + "<string>y</string></array>",

@@ -114,13 +114,13 @@ void checkTable(const std::vector<std::vector<std::string>>& columns) {
       std::size_t widest = 0;
       for (const std::string& each : cells) widest = std::max(widest, text::clusterCount(each));
       const std::string gap(widest - text::clusterCount(cell) + 2, ' ');
-      expect(rest.starts_with(gap), "the next column begins behind the widest cell", output);
+      expect(rest.starts_with(gap), "the next column begins after the widest cell", output);
       rest.remove_prefix(gap.size());
     }
     expect(rest.starts_with('\n'), "a row is a line", output);
     rest.remove_prefix(1);
   }
-  expect(rest.empty(), "nothing stands behind the last row", output);
+  expect(rest.empty(), "nothing follows the last row", output);
 }
 
 }  // namespace

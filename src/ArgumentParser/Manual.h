@@ -10,7 +10,7 @@
 
 namespace ArgumentParser {
 
-/// What a manual says that no declaration knows, such as exit statuses, environment, files and examples.
+/// The parts of a manual that no declaration holds, such as exit statuses, environment, files and examples.
 struct ManualTexts {
   struct Section {
     std::string title;

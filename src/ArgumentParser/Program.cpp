@@ -16,11 +16,11 @@ namespace {
 /// The status of sysexits.h for an error within the program.
 constexpr int softwareError = 70;
 
-/// Prints the words of an end, if it has any, and returns the process's exit status.
+/// Prints the text of an end, if it has any, and returns the process's exit status.
 int printed(const CommandError& end) {
   try {
     if (end.text.empty()) return end.status;
-    // What the command has printed by other means comes first.
+    // What the command printed through stdio has to come first.
     std::fflush(stdout);
     if (end.goesToStandardOutput) {
       platform::print(end.text + "\n");
@@ -30,7 +30,7 @@ int printed(const CommandError& end) {
     }
     return end.status;
   } catch (const platform::SystemError& error) {
-    // The words themselves could not be written.
+    // The text itself could not be written.
     platform::printError(std::string("Error: ") + error.what() + "\n");
     return ExitCode::failure.value;
   }
@@ -41,7 +41,8 @@ CommandError endOf(const Outcome& outcome, const CommandTree& tree) {
   return {info.fullText(), info.goesToStandardOutput(), info.status()};
 }
 
-/// The exit status of what `end` gives; a malformed declaration is told, whenever it comes to light.
+/// Prints the end that `end` gives and returns its exit status. A malformed declaration is reported, whenever
+/// it comes to light.
 template <class End>
 int exitStatus(End end) {
   try {
@@ -52,18 +53,18 @@ int exitStatus(End end) {
   }
 }
 
-/// Says so where even that must not take any memory.
+/// Reports that memory has run out, without needing any.
 int outOfMemory() {
   try {
     platform::printError("Error: out of memory\n");
   } catch (const std::exception&) {
-    // Standard output is lost as well, with what waited for it.
+    // Standard output is lost too, with whatever was waiting for it.
   }
   return ExitCode::failure.value;
 }
 
-/// Where not even the memory for an error is left, or one is raised where none may be, nothing comes back to
-/// `main`.
+/// The terminate handler: `main` catches nothing if there is no memory even for the error object, or if one
+/// is raised where none may be.
 [[noreturn]] void endForWantOfMemory() {
   try {
     if (const auto thrown = std::current_exception()) std::rethrow_exception(thrown);

@@ -12,8 +12,8 @@
 
 namespace ArgumentParser {
 
-/// Parses the process's arguments, runs the command they name, prints what there is to say of its end, and
-/// returns the exit status. A malformed declaration ends it at once with status 70.
+/// Parses the process's arguments, runs the command they name, prints whatever its end calls for, and returns
+/// the exit status. A malformed declaration ends it at once with status 70.
 int main(CommandType root, int argc, const char* const* argv);
 
 /// Why there is no command to run: a fault of the command line, or a request for help, version, dump or
@@ -52,7 +52,7 @@ Root parseAsRoot(int argc, const char* const* argv) {
 }
 
 /// Ends the process as `main` would on that thrown value, `std::current_exception()` in a handler: prints its
-/// words to the right stream and exits with its status. Nothing thrown is status 0.
+/// text to the right stream and exits with its status. Nothing thrown is status 0.
 [[noreturn]] void exit(CommandType root, const std::exception_ptr& error = nullptr);
 template <class Root>
 [[noreturn]] void exit(const std::exception_ptr& error = nullptr) {

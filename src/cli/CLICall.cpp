@@ -11,7 +11,7 @@
 namespace zelto {
 namespace {
 
-/// The call once more, after the API has been started for it.
+/// Starts the API and makes the call again.
 JSONValue callAfterStart(const APIRequest& request) {
   platform::printError("Starting Zelto's local API…\n");
   try {
@@ -30,7 +30,7 @@ JSONValue cliCall(APIRequest request) {
   try {
     return apiCall(request);
   } catch (const MCPError& error) {
-    // What else can be mended, and by what, is decided here.
+    // This is the place to decide what else is tried again, by the cause.
     if (error.cause != Cause::off) throw CLIError(error.message);
   }
   return callAfterStart(request);

@@ -91,7 +91,7 @@ std::string time(const std::string& stamp);
 /// Seconds as "1.23s".
 std::string seconds(double duration);
 
-/// Brings all that has been printed to where it goes, for output that somebody waits for.
+/// Writes out all that has been printed; for output that somebody is waiting for.
 void flush();
 
 }  // namespace zelto::Out

@@ -68,7 +68,7 @@ HTTPResponse exchange(const APICredentials& credentials, std::string_view method
                       std::string_view body, double timeout) {
   const long seconds = wholeSeconds(timeout);
   std::string received;
-  // What went out may have waited as long as what comes in; only the latter counts as a time-out.
+  // Sending may run into the same limit as receiving; only the latter is reported as a time-out.
   bool isSent = false;
   try {
     const platform::Connection connection(credentials.host, credentials.port, seconds);

@@ -14,7 +14,7 @@ struct HTTPResponse {
   std::size_t headSize = 0;
   std::int64_t status = 0;  ///< 0 if the status line holds none
 
-  /// Every byte behind the head, as received: chunks are not joined.
+  /// Every byte after the head, as received: chunks are not joined.
   std::string_view body() const { return std::string_view(received).substr(headSize); }
 };
 

@@ -13,8 +13,8 @@
 namespace zelto {
 namespace {
 
-/// The path of the application that last recorded itself, if it still stands there. Where that cannot be read
-/// or looked at, the system finds the application by itself.
+/// The path that the application last recorded, if the application is still there. Without it, the system
+/// finds the application itself.
 std::optional<std::string> recordedApplication() {
   const auto text = platform::readSmallFile(platform::expandTilde("~/.well-known/mcp/zelto.json"));
   const auto locator = text ? json::parse(*text) : std::nullopt;
@@ -43,7 +43,7 @@ JSONValue ensureAPIRunning(double timeout) {
       try {
         return apiCall({.method = "GET", .path = "/health"});
       } catch (const MCPError&) {
-        // Not up yet; whatever it is, the deadline ends the wait.
+        // Not up yet. Whatever the reason, the deadline ends the wait.
       }
     }
     platform::sleepSeconds(timeouts::startPause);
@@ -58,7 +58,7 @@ JSONValue stopAPI() {
   try {
     openURL("zelto://mcp/stop");
   } catch (const MCPError&) {
-    // An application that cannot be reached has no API to stop.
+    // If the application cannot be reached, there is no API to stop.
   }
   return JSONObject{{"ok", true},
                     {"stopped", true},

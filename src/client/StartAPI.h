@@ -11,8 +11,8 @@ namespace zelto {
 /// link another.
 extern const char* const launcherPath;
 
-/// Hands `url` to the system's launcher and returns what it complained of, trimmed; empty if it did not or if
-/// that was no UTF-8. Raises `MCPError` if the launcher cannot be started.
+/// Hands `url` to the system's launcher and returns its trimmed standard error; empty if that is not UTF-8.
+/// Raises `MCPError` if the launcher cannot be started.
 std::string openURL(const std::string& url);
 
 /// Asks the application to start its API and waits up to `timeout` seconds until /health answers. Returns

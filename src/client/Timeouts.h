@@ -18,11 +18,11 @@ inline constexpr double agentScriptMargin = 15;
 /// For an agent's script that has no limit of its own.
 inline constexpr double agentScript = 45;
 
-/// How long the application is asked to hold a poll of a feed until something new comes, and of one of two
-/// feeds that are polled in turn, where an entry in the other one waits at most this long.
+/// How long the application is asked to hold a poll of a feed until something new comes. Of two feeds that
+/// are polled in turn each hold is short, since an entry of the other one has to wait for it.
 inline constexpr double poll = 25;
 inline constexpr double alternatingPoll = 12.5;
-/// Longer than a poll is held, so that the hold itself never looks like a time-out.
+/// Added to the time for which a poll is held, so that the hold itself never looks like a time-out.
 inline constexpr double pollMargin = 20;
 
 }  // namespace zelto::timeouts

@@ -5,7 +5,7 @@
 namespace zelto {
 
 std::string versionText() {
-  // A completion script asks for it once for each command.
+  // Making a completion script asks for it once for each command.
   static const std::string version = platform::bundleVersion().value_or("?");
   return version;
 }

@@ -16,7 +16,8 @@ using ArgumentParser::command;
 using ArgumentParser::type;
 using Out::Style;
 
-/// The credentials, or nothing if the API counts as off. No error of this command comes from the API.
+/// The credentials, or nothing if the API counts as off. This command reports every failure as a state, never
+/// as an error.
 std::optional<APICredentials> credentialsIfOn() {
   try {
     return readCredentials();
@@ -25,7 +26,7 @@ std::optional<APICredentials> credentialsIfOn() {
   }
 }
 
-/// Asks without starting anything, also where the API goes away between two looks at it.
+/// Asks without starting anything, even if the API goes away in between.
 std::optional<JSONObject> healthIfAnswering() {
   try {
     return expectObject(apiCall({.method = "GET", .path = "/health", .timeout = settings.requestTimeout}));

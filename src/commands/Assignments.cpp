@@ -13,8 +13,8 @@ bool isDigits(std::string_view text) {
   return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
 }
 
-/// An optional minus, digits, and optionally a point and digits: no more of what numbers can look like, so
-/// that version numbers, hexadecimal and the like stay texts.
+/// An optional minus, digits, and optionally a point and digits. Nothing else counts as a number, so that
+/// version numbers, hexadecimal and the like stay texts.
 bool isPlainDecimal(std::string_view text) {
   if (text.starts_with('-')) text.remove_prefix(1);
   const std::size_t point = text.find('.');

@@ -7,7 +7,7 @@
 
 namespace zelto {
 
-/// One of the two feeds: where it is asked for, the key of its list in a response, and how its rows print.
+/// One of the two feeds: its path, the key of its list in a response, and how its rows are printed.
 struct FeedKind {
   const char* path;
   const char* listKey;
@@ -16,8 +16,8 @@ struct FeedKind {
   static const FeedKind events, actions;
 };
 
-/// Prints the entries of a response, as rows or as one JSON array, and brings them to the screen at once.
-/// Nothing if there are none.
+/// Prints the entries of a response, as rows or as one JSON array, and writes them out at once. Prints
+/// nothing if there are none.
 void printFeedBatch(const FeedKind& kind, const JSONObject& response, bool verbose);
 
 }  // namespace zelto

@@ -84,7 +84,7 @@ class Document {
   }
 
  private:
-  /// Puts `block` behind the comments of a text that holds nothing else.
+  /// Puts `block` after the comments of a text that holds nothing else.
   Splice appending(const std::string& block) const {
     const std::string comments(text::trimmed(source));
     Splice whole{0, source.size(), comments.empty() ? block : comments + "\n" + block};
@@ -116,8 +116,8 @@ class Document {
       from = before - 1;
     } else if (const auto comma = blankComments(std::string(source.substr(to, next - to))).find(',');
                comma != std::string::npos) {
-      // The trailing comma of an only member: left alone between braces, few parsers would take it. It shows
-      // here because the bracket that blanked it is not part of this stretch.
+      // The trailing comma of an only member goes too, since few parsers accept "{,}". It is visible here
+      // because the bracket that makes it a trailing comma is not part of this stretch.
       to += comma + 1;
     }
     const std::size_t start = lineStart(from);

@@ -15,7 +15,7 @@ std::optional<std::size_t> stringEnd(std::string_view text, std::size_t position
   return std::nullopt;
 }
 
-/// The position behind the comment at `start`, line break excluded; `start` itself if there is no comment.
+/// The position after the comment at `start`, line break excluded; `start` itself if there is no comment.
 std::size_t commentEnd(std::string_view text, std::size_t start) {
   if (text.substr(start).starts_with("//")) {
     std::size_t end = start;

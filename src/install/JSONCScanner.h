@@ -1,5 +1,5 @@
-// Finds the members of an object in JSONC text by scanning, without building a tree: the text may be JSON
-// only by courtesy. Positions and lengths are in bytes of UTF-8.
+// Finds the members of an object in JSONC text by scanning, without building a tree, so that broken text
+// elsewhere in the file does no harm. Positions and lengths are in bytes of UTF-8.
 #pragma once
 
 #include <cstddef>
@@ -17,25 +17,26 @@ std::string blankComments(std::string text);
 /// CR and LF are a line break each.
 std::size_t lineBreakLength(std::string_view text, std::size_t position);
 
-/// One member of an object: where its key's opening quote, its value and the text behind its value stand.
+/// One member of an object: where its key's opening quote, its value, and the text after its value begin.
 struct Member {
   std::size_t start;
   std::size_t value;
   std::size_t end;
 };
 
-/// Reads blanked text, which must outlive it. Nothing here recurses, however deep the text nests.
+/// Reads blanked text, which must outlive it. Nothing here recurses, so deep nesting cannot exhaust the
+/// stack.
 class Scanner {
  public:
   explicit Scanner(std::string_view blanked) : text(blanked) {}
 
   /// The first position from `position` on that holds no white space; the text's length if there is none.
   std::size_t skipWhitespace(std::size_t position) const;
-  /// The position behind the last non-white character before `position`; 0 if there is none.
+  /// The position after the last non-white character before `position`; 0 if there is none.
   std::size_t trimmedEnd(std::size_t position) const;
   /// The first non-white character from `start` on, if it is a "{".
   std::optional<std::size_t> firstBrace(std::size_t start) const;
-  /// The position behind the value that begins at `start`; nothing if it does not end.
+  /// The position after the value that begins at `start`; nothing if it does not end.
   std::optional<std::size_t> valueEnd(std::size_t start) const;
   /// The first member with that raw key, escapes not resolved, of the object that opens at `open`. Broken
   /// syntax ends the search, without an error.

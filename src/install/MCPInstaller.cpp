@@ -58,8 +58,8 @@ std::string nestedEntry(const std::string& path, const std::string& arguments) {
          arguments + "]\n  }\n}";
 }
 
-/// All in which one style differs from another. A further style is a row in `shapeOf`, which does not compile
-/// without.
+/// Everything that sets one style apart from another. A further style is a row in `shapeOf`, which does not
+/// compile without it.
 struct Shape {
   const Language& language;
   std::string_view topKey;  ///< of the member that holds the servers
@@ -94,7 +94,7 @@ void edit(const Client& client, Change change) {
   throw platform::SystemError::file(client.path, "another program keeps changing it; nothing was written");
 }
 
-/// `edit`, with a failure told to the log before it rises.
+/// Runs `edit`; a failure goes to the log before it is raised again.
 template <class Change>
 void editLogged(const Client& client, Change change) {
   try {
@@ -109,7 +109,8 @@ void editLogged(const Client& client, Change change) {
 }  // namespace
 
 bool Client::isPresent() const {
-  // What cannot be looked at may be there: then `install` says what is wrong with it.
+  // A file that cannot be looked at may exist, so it counts as present; `install` then says what is wrong
+  // with it.
   const auto mayExist = [](const std::string& each) {
     return !platform::isAbsent(platform::expandTilde(each));
   };
@@ -194,7 +195,7 @@ bool isInstalled(const Client& client) {
   try {
     return shape.language.contains(platform::expandTilde(client.path), shape.topKey, memberKey);
   } catch (const std::runtime_error&) {
-    // An agent that cannot read its configuration either has no entry.
+    // The agent cannot read such a configuration either, so it has no entry.
     return false;
   }
 }

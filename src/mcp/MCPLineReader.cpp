@@ -8,7 +8,7 @@
 namespace zelto {
 namespace {
 
-/// A buffer that one long line has blown up beyond this is given back.
+/// A buffer that a long line has made larger than this is freed.
 constexpr std::size_t keptCapacity = 1 << 20;
 
 std::string_view withoutTrailingBlanks(std::string_view line) {
@@ -26,7 +26,7 @@ std::string_view MCPLineReader::nextLine() {
       consumed = end + 1;
       return withoutTrailingBlanks(line);
     }
-    // Only what is left of the last chunk moves to the front, and only once a line.
+    // Moves what is left of the last chunk to the front, at most once a line.
     buffer.erase(0, std::exchange(consumed, 0));
     if (buffer.capacity() > keptCapacity && buffer.size() < keptCapacity / 2) buffer.shrink_to_fit();
 

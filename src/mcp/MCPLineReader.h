@@ -18,7 +18,7 @@ class MCPLineReader {
   /// Borrows `descriptor`.
   explicit MCPLineReader(int descriptor) : fd(descriptor), chunk(65536) {}
 
-  /// The next line without its LF and without tabs, carriage returns and blanks at its end; bytes behind the
+  /// The next line without its LF and without tabs, carriage returns and blanks at its end; bytes after the
   /// last LF are a line too. Valid until the next call. A read error counts as the end of the input. Throws
   /// `EndOfInput`.
   std::string_view nextLine();

@@ -33,13 +33,13 @@ const json::Style& replyStyle() {
   return style;
 }
 
-/// A diagnostic that cannot be written has no other place to go.
+/// There is no other place for a diagnostic that cannot be written.
 void log(const std::string& text) {
   platform::printError("[zelto-mcp] " + text + "\n");
 }
 
 /// Writes one reply; `member` is "result" or "error" and `value` its JSON text. An agent that no longer reads
-/// is found out by the end of the input.
+/// shows by closing the input.
 void sendMessage(const JSONValue& id, std::string_view member, std::string_view value) {
   std::string line = R"({"jsonrpc":"2.0","id":)";
   line.reserve(line.size() + member.size() + value.size() + 64);
@@ -77,7 +77,7 @@ const std::string& toolList() {
   return text;
 }
 
-/// Built member by member, as the text may be as large as the API's answer and must not be copied.
+/// Built member by member: the text may be as large as the API's answer, so it is not copied.
 JSONObject toolResult(std::string text) {
   JSONObject item{{"type", "text"}};
   item.set("text", std::move(text));
@@ -118,8 +118,8 @@ JSONObject outcome(const JSONObject& params) {
   return toolResult(resultText(tool->second->handler(arguments)));
 }
 
-/// Whatever is raised before the result has been sent is told to the agent, the want of memory for a large
-/// one included.
+/// Whatever is raised before the result has been sent goes to the agent, a lack of memory for a large result
+/// included.
 void handleToolCall(const JSONValue& id, const JSONObject& params) {
   std::string failure;
   try {
@@ -160,7 +160,8 @@ void handleMessage(const JSONObject& message) {
 }  // namespace
 
 void serve() {
-  // Whoever stops reading replies, or diagnostics, has not ended the conversation: the input tells.
+  // An agent that stops reading replies or diagnostics has not ended the conversation; only the end of the
+  // input does.
   platform::ignoreBrokenPipes();
   log("starting; control file: " + controlFilePath());
   MCPLineReader reader(platform::standardInput);

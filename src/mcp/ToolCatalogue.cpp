@@ -10,7 +10,7 @@ JSONValue startServer() {
   return ensureAPIRunning(timeouts::start);
 }
 
-/// A script may run for as long as it was given, and starting it takes a while too.
+/// The script's own limit, and some time for starting it.
 void waitForScript(APIRequest& request, const JSONObject& arguments) {
   const JSONValue* given = arguments.find("timeout");
   const double limit = given != nullptr ? given->number() : 0;
@@ -26,7 +26,7 @@ void pollFeed(APIRequest& request, const JSONObject& arguments) {
   request.query.erase("kind");
 }
 
-/// The group's new name goes by the key of what it replaces.
+/// The API takes the group's new name under the key "name".
 void takeNewName(APIRequest& request, const JSONObject& arguments) {
   const JSONValue* name = arguments.find("newName");
   request.body = JSONObject{{"name", name != nullptr ? *name : JSONValue()}};

@@ -24,8 +24,8 @@ namespace {
 constexpr std::string_view alphabet = "0123456789abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ";
 constexpr std::size_t suffixLength = 6;
 
-/// The directories that are missing on the way to one. Those created go again, unless something has come into
-/// them.
+/// Creates the directories missing on the way to one, and removes them again on failure, unless something
+/// else uses them by then.
 class MissingDirectories {
  public:
   explicit MissingDirectories(std::string directory) {
@@ -52,14 +52,14 @@ class MissingDirectories {
   std::size_t created = 0;           ///< from the outermost on
 };
 
-/// Whether the file was locked at once. It stays so until its last descriptor is closed, by a crash for
-/// instance.
+/// Locks the file until its last descriptor is closed, be it by a crash. False if somebody else holds the lock,
+/// or if the file system has no locks.
 bool lock(int descriptor) {
   return uninterrupted([&] { return ::flock(descriptor, LOCK_EX | LOCK_NB); }) == 0;
 }
 
-/// A new file that goes again unless it gets its final name. It is locked as long as its maker lives, which
-/// tells it from one that a killed process has left.
+/// A new file that is removed again unless it gets its final name. It is locked while its maker lives, which
+/// tells it from a file that a killed process has left.
 class TemporaryFile {
  public:
   TemporaryFile(const std::string& directory, std::string_view prefix, mode_t mode, const std::string& target)
@@ -82,7 +82,7 @@ class TemporaryFile {
   }
 
  private:
-  /// False, with `errno` EEXIST, if the name is taken, or was taken away before the file was locked.
+  /// False, with `errno` EEXIST, if the name is in use, or if somebody removed the file before it was locked.
   bool create(mode_t mode) {
     unsigned char random[suffixLength];
     if (::getentropy(random, sizeof random) != 0) return false;
@@ -91,8 +91,8 @@ class TemporaryFile {
     constexpr int flags = O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
     file = FileDescriptor(uninterrupted([&] { return ::open(path.c_str(), flags, mode); }));
     if (!file) return false;
-    // Another process may have taken it for one that was left over. Where the file system has no locks, none
-    // does.
+    // Another process may have removed it as a leftover before the lock was held. Where the file system has
+    // no locks, nobody removes any.
     const bool isTaken = !lock(file.get()) && errno == EWOULDBLOCK;
     struct stat status {};
     const bool isKnown = ::fstat(file.get(), &status) == 0;
@@ -112,7 +112,7 @@ bool isTemporaryName(std::string_view name, std::string_view prefix) {
          name.find_first_not_of(alphabet, prefix.size()) == name.npos;
 }
 
-/// Removes the temporary files whose makers are gone. What cannot be removed stays, as it is in nobody's way.
+/// Removes the temporary files whose makers are gone. What cannot be removed stays; it is in nobody's way.
 void removeLeftovers(const std::string& directory, std::string_view prefix) {
   const std::unique_ptr<DIR, int (*)(DIR*)> listing(::opendir(directory.c_str()), &::closedir);
   if (!listing) return;
@@ -151,15 +151,15 @@ bool replaceFile(const std::string& path, std::string_view bytes, const std::opt
   MissingDirectories directories(directory);
   directories.create();
   removeLeftovers(directory, temporaryPrefix);
-  // Nobody else may read what replaces a private file, not even before it has its final rights.
+  // Until it has its final rights, nobody but this user may read it: it may replace a private file.
   TemporaryFile temporary(directory, temporaryPrefix, old ? 0600 : 0666, path);
   if (!writeAll(temporary.descriptor(), bytes)) throw SystemError::file(path);
   if (old) copyAttributes(old->descriptor.get(), temporary.descriptor(), path);
   if (!flushToDisk(temporary.descriptor())) throw SystemError::file(path);
   if (!isUnchanged(path, old)) return false;
   if (!temporary.moveTo(path)) throw SystemError::file(path);
-  // Without this the rename itself may be lost in a crash of the machine; a directory that cannot be synced
-  // is no reason to report a write that has taken place as failed.
+  // Without this a crash of the machine may undo the rename. A directory that cannot be synced is ignored,
+  // since the write has taken place.
   if (const FileDescriptor parent(::open(directory.c_str(), O_RDONLY | O_CLOEXEC)); parent) {
     flushToDisk(parent.get());
   }

@@ -20,8 +20,8 @@ namespace platform {
 /// the system lets us; without the group, its members and everybody else get only what both had. A new file
 /// has the rights that any new file gets at that place.
 ///
-/// On the way there is a file beside `path` whose name is `temporaryPrefix` and six letters or digits. One
-/// that a killed process has left there goes, too.
+/// Meanwhile there is a file beside `path` whose name is `temporaryPrefix` and six letters or digits. Any
+/// that a killed process has left is removed too.
 bool replaceFile(const std::string& path, std::string_view bytes, const std::optional<TextFile>& old,
                  std::string_view temporaryPrefix);
 

@@ -1,5 +1,5 @@
-// The application bundle around an executable; apart from the rest of Environment.h, because it reads
-// property lists, which few programs need.
+// The application bundle around an executable; kept apart from the rest of Environment.h because it needs a
+// reader of property lists, which few programs do.
 #include "platform/Environment.h"
 #include "platform/Files.h"
 #include "platform/PropertyList.h"

@@ -32,7 +32,7 @@ Addresses resolve(const std::string& host, std::int64_t port) {
   hints.ai_flags = AI_NUMERICSERV;
   hints.ai_socktype = SOCK_STREAM;
   addrinfo* list = nullptr;
-  // The system would cut a host at its first NUL and a port to 16 bits, and so reach some other server.
+  // The system cuts a host at its first NUL and a port to 16 bits, which would lead to some other server.
   if (host.find('\0') != std::string::npos || !std::in_range<std::uint16_t>(port) ||
       ::getaddrinfo(host.c_str(), std::to_string(port).c_str(), &hints, &list) != 0 || list == nullptr) {
     throw SystemError(SystemError::Kind::unresolved, {});

@@ -147,14 +147,14 @@ void copyAttributes(int from, int to, const std::string& path) {
   copyOtherAttributes(from, to, old, path);
   mode_t mode = old.st_mode & 07777;
   if (!keepsGroup) {
-    // What the list gives to the group it would now give to another one.
+    // The list would now give another group what it gives to the old one.
     errno = groupError;
     if (hasAccessList) refuse(path, "group");
-    // The members of either group now count as the other or as everybody.
+    // Members of the old group may now count as everybody, and members of the new one as the group.
     const mode_t common = mode & (mode >> 3) & 07;
     mode = (mode & (S_ISUID | S_ISVTX | 0700)) | common << 3 | common;
   }
-  // The mode goes last: a change of owner takes the set-id bits off, and until then only the creator may
+  // The mode is set last, since a change of owner clears the set-id bits; until then only the creator may
   // read.
   if (::fchmod(to, mode) != 0) throw SystemError::file(path);
 }

@@ -11,8 +11,8 @@
 namespace platform {
 namespace {
 
-/// Whether a call that failed with `errno` may be made again, if need be after a wait: the other owner of a
-/// terminal or a pipe may have made it non-blocking.
+/// Whether a call that failed with `errno` is to be made again, after a wait if the descriptor is
+/// non-blocking: whoever shares the terminal or pipe may have made it so.
 bool mayRepeat(int descriptor, short event) {
   if (errno == EINTR) return true;
   if (errno != EAGAIN && errno != EWOULDBLOCK) return false;
@@ -67,7 +67,7 @@ void ignoreBrokenPipes() {
 
 void openStandardDescriptors() {
   for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
-    // The lowest free number is given out. For reading alone: output that nobody gets must stay a failure.
+    // open() gives out the lowest free number. It opens for reading only, so that writing there still fails.
     if (::fcntl(descriptor, F_GETFD) < 0) static_cast<void>(::open("/dev/null", O_RDONLY));
   }
 }

@@ -51,12 +51,11 @@ std::optional<std::string> readToEnd(int descriptor);
 /// the system refuses.
 bool writeAll(int descriptor, std::string_view bytes);
 
-/// Has a write to a pipe that nobody reads fail, where it would end the process otherwise. For the rest of
-/// the process.
+/// Makes a write to a pipe that nobody reads fail instead of ending the process, from now on.
 void ignoreBrokenPipes();
 
-/// Opens each of the descriptors 0, 1 and 2 that is closed, so that no file or pipe can take its place. From
-/// there nothing comes, and what is written there fails as it does on a closed descriptor.
+/// Opens each of the descriptors 0, 1 and 2 that is closed, so that no file or pipe can take its place.
+/// Reading from one gives nothing, and writing to it fails as on a closed descriptor.
 void openStandardDescriptors();
 
 }  // namespace platform

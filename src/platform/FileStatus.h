@@ -1,4 +1,4 @@
-// What the files of this folder share about the system's look at a file.
+// What the files of this folder share about stat(2).
 #pragma once
 
 #include <cerrno>
@@ -9,7 +9,7 @@
 
 namespace platform {
 
-/// Whether that error of a look-up says that nothing is there.
+/// Whether that `errno` of a look-up means that nothing is there.
 inline bool meansAbsent(int error) {
   return error == ENOENT || error == ENOTDIR;
 }

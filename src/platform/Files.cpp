@@ -18,7 +18,7 @@ constexpr std::size_t mebibyte = 1 << 20;
 constexpr std::size_t largestText = 256 * mebibyte;
 constexpr std::size_t largestSmallFile = mebibyte;
 constexpr int mostDanglingLinks = 16;
-/// More than any system follows, so that only a circle gets here.
+/// More links than any system follows, so that only a circle gets this far.
 constexpr int mostLinks = 100;
 
 struct OpenFile {
@@ -29,7 +29,7 @@ struct OpenFile {
 /// Opens the regular file at `path`; nothing if nothing stands there. Raises `SystemError`. The path is
 /// opened before anything is asked about it, so that no two looks can disagree.
 std::optional<OpenFile> openRegularFile(const std::string& path) {
-  // Without O_NONBLOCK a pipe would be waited for until somebody writes.
+  // Without O_NONBLOCK, opening a pipe would wait until somebody writes to it.
   constexpr int flags = O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
   OpenFile file{FileDescriptor(uninterrupted([&] { return ::open(path.c_str(), flags); }))};
   if (!file.descriptor && meansAbsent(errno)) return std::nullopt;
@@ -58,7 +58,7 @@ std::string readWithin(std::size_t limit, const OpenFile& file, const std::strin
   return bytes;
 }
 
-/// The parent of a path from which all links are gone.
+/// The parent of a path without links.
 std::string parentOf(const std::string& real) {
   return real == "/" ? real : directoryOf(real);
 }
@@ -67,7 +67,7 @@ std::string joined(const std::string& directory, std::string_view name) {
   return std::string(directory == "/" ? "" : directory).append("/").append(name);
 }
 
-/// Walks down a path, one component after the other, reading the links by hand.
+/// Walks down a path component by component and resolves each link itself.
 class LinkWalk {
  public:
   explicit LinkWalk(const std::string& path) : rest(path) {
@@ -149,7 +149,7 @@ std::optional<std::string> readSmallFile(const std::string& path) {
     const auto file = openRegularFile(path);
     if (file) return readWithin(largestSmallFile, *file, path);
   } catch (const SystemError&) {
-    // The caller has no use for the reason.
+    // The caller does not need the reason.
   }
   return std::nullopt;
 }

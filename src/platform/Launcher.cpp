@@ -22,7 +22,7 @@ struct FileActions {
   ~FileActions() { ::posix_spawn_file_actions_destroy(&actions); }
 };
 
-/// What a child starts with: the usual answer to a broken pipe, also where this process has another.
+/// A child starts with the default action for SIGPIPE, even where this process ignores it.
 struct Attributes {
   posix_spawnattr_t attributes{};
   Attributes() {
@@ -66,7 +66,7 @@ std::optional<std::string> openURL(const std::string& launcher, const std::strin
     return std::nullopt;
   }
   writing.close();
-  // Drained before the wait: a child that fills the pipe would otherwise never end.
+  // Read to the end before the wait: a child that fills the pipe would otherwise never end.
   auto complaint = readToEnd(reading.get());
   while (::waitpid(child, nullptr, 0) < 0 && errno == EINTR) {
   }

@@ -32,7 +32,7 @@ void print(const StyledText& text) {
 }
 
 void printHarmless(std::string_view bytes) {
-  // Much at once is not copied first.
+  // A large piece is written without being copied first.
   if (bytes.size() >= flushAt) {
     flushOutput();
     return write(bytes);
@@ -42,14 +42,14 @@ void printHarmless(std::string_view bytes) {
 }
 
 void flushOutput() {
-  // Emptied first: what could not be written is not written again by whoever tells of that.
+  // Emptied first, so that whoever reports the failure does not write the same bytes again.
   write(std::exchange(pending, {}));
 }
 
 void printError(std::string_view text) {
   flushOutput();
   const bool isObeyed = !text::isHarmless(text) && isTerminal(STDERR_FILENO);
-  // Nobody is left to tell when standard error itself is gone.
+  // If standard error itself is gone, there is nobody left to tell.
   static_cast<void>(isObeyed ? writeAll(STDERR_FILENO, text::harmless(text)) : writeAll(STDERR_FILENO, text));
 }
 

@@ -1,5 +1,5 @@
-// Text for standard output. On a terminal no control character in it is from elsewhere: the escape sequences
-// there are those that `styled` has added.
+// Text for standard output. On a terminal its only control characters are the escape sequences that `styled`
+// adds: those of foreign text have been made visible.
 #pragma once
 
 #include <cstddef>
@@ -13,7 +13,7 @@ class StyledText {
  public:
   StyledText() = default;
   /// Text from anywhere. Where standard output is a terminal, what a terminal would obey becomes visible
-  /// (`text::harmless`); elsewhere all bytes stay as they are.
+  /// (`text::harmless`); elsewhere all bytes stay unchanged.
   StyledText(std::string plain);
   StyledText(std::string_view plain) : StyledText(std::string(plain)) {}
   StyledText(const char* plain) : StyledText(std::string(plain)) {}
@@ -22,9 +22,9 @@ class StyledText {
 
   /// The text in a style: between the SGR sequence of that code and the one that ends all styles (ECMA-48).
   StyledText styled(int code) const;
-  /// The text and as many blanks as it is short of `width` user-perceived characters.
+  /// The text, padded with blanks to `width` user-perceived characters.
   StyledText padded(std::size_t width) const;
-  /// How many user-perceived characters the text holds, those of escape sequences included.
+  /// How many user-perceived characters the text holds, counting those of escape sequences.
   std::size_t width() const;
   bool empty() const { return bytes.empty(); }
   /// The pieces between line feeds, empty ones kept.

@@ -1,4 +1,4 @@
-// What the operating system refuses, of whatever kind: the one error that this folder raises.
+// The one error that this folder raises: the operating system refused something, or its answer was of no use.
 #pragma once
 
 #include <stdexcept>

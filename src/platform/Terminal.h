@@ -19,8 +19,8 @@ struct TerminalSize {
   int rows;
 };
 
-/// The size of the terminal behind standard output, in characters; nothing if there is no terminal. A size
-/// that the terminal does not know is 0.
+/// The size of the terminal that standard output goes to, in characters; nothing if there is no terminal. A
+/// size that the terminal does not know is 0.
 std::optional<TerminalSize> terminalSize();
 
 }  // namespace platform

@@ -12,7 +12,7 @@ namespace text {
 /// not fit the type.
 template <class Integer>
 std::optional<Integer> decimal(std::string_view digits) {
-  // from_chars knows the minus sign alone.
+  // from_chars does not accept a plus sign.
   if (digits.starts_with('+') && !digits.starts_with("+-")) digits.remove_prefix(1);
   Integer value{};
   const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);

@@ -1,4 +1,4 @@
-// An error that says what happened, and what any error says.
+// An error whose text may hold any character, and the text of any error.
 #pragma once
 
 #include <exception>

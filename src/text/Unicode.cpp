@@ -27,7 +27,7 @@ void appendUTF8(std::string& out, char32_t codePoint) {
   out.append(reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(length));
 }
 
-/// `utf8` with every code point put through `map`, ASCII without a look at utf8proc's tables.
+/// `utf8` with every code point put through `map`; ASCII does not touch utf8proc's tables.
 template <class MapASCII>
 std::string mapped(std::string_view utf8, MapASCII mapASCII, utf8proc_int32_t (*map)(utf8proc_int32_t)) {
   std::string result;
@@ -52,7 +52,7 @@ void forEachClusterStart(std::string_view utf8, Visit visit) {
     const CodePoint current = firstCodePoint(utf8.substr(at));
     bool breaks = at == 0;
     if (!breaks && previous < 0x80 && current.value < 0x80) {
-      // Told without utf8proc, whose tables are large and far away.
+      // Decided without utf8proc's large tables, whose pages a start would otherwise have to load.
       breaks = previous != '\r' || current.value != '\n';
       state = 0;
     } else if (!breaks) {

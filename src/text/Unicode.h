@@ -36,7 +36,7 @@ std::size_t clusterCount(std::string_view utf8);
 /// The first `count` user-perceived characters of `utf8`, all of it if it has fewer.
 std::string_view clusterPrefix(std::string_view utf8, std::size_t count);
 
-/// `utf8` followed by as many blanks as it is short of `width` user-perceived characters.
+/// `utf8`, padded with blanks to `width` user-perceived characters.
 std::string padded(std::string_view utf8, std::size_t width);
 
 /// The form in which texts that differ only by case or by canonical equivalence are equal (full case folding

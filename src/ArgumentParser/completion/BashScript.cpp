@@ -57,7 +57,7 @@ std::string optionValuesBlock(const CommandInfoV0& command) {
     if (each->kind != "option") continue;
     std::vector<std::string> labels;
     for (const std::string& name : names(*each)) labels.push_back(shellQuoted(name));
-    // An option without completions has its case too: nothing else may be offered for its value.
+    // An option without completions needs its case too, so that nothing else is offered for its value.
     cases += caseOf(text::joined(labels, "|"), valueCompletion(command, *each, 0));
   }
   if (cases.empty()) return {};

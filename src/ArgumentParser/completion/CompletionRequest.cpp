@@ -49,7 +49,7 @@ std::optional<Request> completionScriptRequest(const SplitArguments& split, cons
   };
   if (std::none_of(split.elements().begin(), split.elements().end(), names)) return std::nullopt;
 
-  // First as an option; a line that gives it no value may still mean a flag: then the shell is detected.
+  // It is read as an option first; on a line that gives it no value, it is a flag and the shell is detected.
   using Update = ArgumentDefinition::Update;
   const auto given = [&](Update update) -> std::optional<ParsedValue> {
     ArgumentSet set;
@@ -100,7 +100,7 @@ std::optional<Request> completionCall(const std::vector<std::string>& arguments,
   std::vector<std::string> words(arguments.begin() + static_cast<std::ptrdiff_t>(at), arguments.end());
   const std::string shellName = platform::environment("SAP_SHELL").value_or("");
   if (const auto shell = shellNamed(shellName)) {
-    // The function that is told no index sees the empty word at the cursor like any other word.
+    // The deprecated kind of function gets no index, so the empty word at the cursor stays among its words.
     const bool isIndexed = definition->completion.kind != CompletionKind::Kind::customDeprecated;
     for (std::size_t word = 0; word < words.size(); ++word) {
       if ((!isIndexed || word == wordIndex) && words[word] == traits(*shell).emptyWord) words[word].clear();

@@ -9,8 +9,8 @@
 namespace ArgumentParser {
 namespace {
 
-/// A backslash is a backslash, unless it takes a colon out of its way: behind a bare one stands the
-/// description.
+/// The answer as zsh reads it: a bare colon begins the description, `\:` is a colon of the word, and any
+/// other backslash has to be doubled.
 std::string quotedForZsh(std::string_view answer) {
   std::string result;
   for (std::size_t i = 0; i < answer.size(); ++i) {
@@ -26,7 +26,7 @@ std::string unquoted(std::string_view answer) {
 
 }  // namespace
 
-// No default: the compiler refuses a shell that has no row.
+// There is no default, so that a shell without a row does not compile.
 ShellTraits traits(CompletionShell shell) {
   switch (shell) {
     case CompletionShell::zsh:

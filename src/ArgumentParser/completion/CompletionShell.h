@@ -22,9 +22,9 @@ struct ShellTraits {
   std::string_view name;  ///< as people type it
   /// Makes the script that completes the command line of a root command and all below it.
   std::string (*script)(const CommandInfoV0& root);
-  /// Words one answer of a custom completion as the shell's script reads it.
+  /// Quotes one answer of a custom completion the way the shell's script reads it.
   std::string (*quotedAnswer)(std::string_view answer);
-  std::string_view lastAnswer;  ///< a line that the script wants behind the answers; empty for none
+  std::string_view lastAnswer;  ///< a line that the script expects after the answers; empty for none
   std::string_view emptyWord;   ///< what the script passes for an empty word of the line
 };
 
@@ -37,7 +37,8 @@ std::optional<CompletionShell> shellNamed(std::string_view name);
 /// (`UnsupportedShell`).
 CompletionShell chosenShell(const std::optional<std::string>& given);
 
-/// The answers of a custom completion, one a line, for the shell of that name; as they are for any other.
+/// The answers of a custom completion, one a line, quoted for the shell of that name; unchanged for an
+/// unknown one.
 std::string response(const std::vector<std::string>& answers, std::string_view shellName);
 
 }  // namespace ArgumentParser

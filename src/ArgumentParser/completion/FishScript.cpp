@@ -29,7 +29,7 @@ std::string fishWords(const std::vector<std::string>& texts) {
   return text::joined(words, " ");
 }
 
-/// Whether the character is a letter or digit for `argparse`, whatever the locale's rarer letters are.
+/// Whether `argparse` takes the character for a letter or digit in every locale.
 bool isAlphanumeric(std::string_view character) {
   const bool isASCII = character.size() == 1;
   const bool isDigit = isASCII && character >= "0" && character <= "9";
@@ -86,7 +86,7 @@ std::string commandCase(const CommandInfoV0& command, const std::string& indent)
   return result + indent + "    end\n";
 }
 
-/// The part of a `complete` line that offers an argument's values, its flags behind `-`.
+/// The part of a `complete` line that offers an argument's values: its flags, without the `-`.
 std::string valueCompletion(const CommandInfoV0& command, const ArgumentInfoV0& argument, std::size_t index) {
   const std::string_view completion = kind(argument);
   if (completion == "default") return argument.kind == "option" ? "f" : "";
@@ -142,9 +142,9 @@ std::string positionalLine(const CommandInfoV0& command, const Positional& posit
 }
 
 void appendLines(std::string& script, const CommandInfoV0& command) {
-  const std::string behindPositionals = " -eq " + std::to_string(positionalCount(command).count + 1);
+  const std::string afterPositionals = " -eq " + std::to_string(positionalCount(command).count + 1);
   for (const CommandInfoV0* child : children(command)) {
-    script += completeLine(command, "positional", behindPositionals) + " -fa " +
+    script += completeLine(command, "positional", afterPositionals) + " -fa " +
               fishQuoted(fishWord(child->commandName)) + " -d " + fishQuoted(child->abstract) + "\n";
   }
   for (const ArgumentInfoV0* each : named(command)) script += namedLine(command, *each);

@@ -17,12 +17,12 @@ namespace ArgumentParser {
 
 /// Where an option or positional takes its values from.
 enum class ParsingStrategy {
-  default_,           ///< the value right behind the option; a positional: the next value
-  scanningForValue,   ///< the first value anywhere behind the option
+  default_,           ///< the value right after the option; a positional: the next value
+  scanningForValue,   ///< the first value anywhere after the option
   unconditional,      ///< the next argument, whatever it looks like
-  upToNextOption,     ///< all values right behind the option, at least one
-  allRemainingInput,  ///< everything behind
-  postTerminator,     ///< positionals: every value behind the first "--", and only those
+  upToNextOption,     ///< all values right after the option, at least one
+  allRemainingInput,  ///< everything that follows
+  postTerminator,     ///< positionals: every value after the first "--", and only those
   allUnrecognized     ///< positionals: all that nothing else claims, options included
 };
 
@@ -33,7 +33,7 @@ enum class FlagExclusivity { exclusive, chooseFirst, chooseLast };
 /// `private_` all.
 enum class Visibility { default_, hidden, private_ };
 
-/// The longer help of an argument: a text, or its values one by one behind an optional preamble.
+/// The longer help of an argument: a text, or its values one by one after an optional preamble.
 struct ArgumentDiscussion {
   std::string text = {};
   std::vector<std::pair<std::string, std::string>> values = {};  ///< each value and its description

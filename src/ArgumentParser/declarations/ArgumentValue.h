@@ -18,7 +18,7 @@ struct EnumeratedValue {
   std::string description = {};
 };
 
-/// Specialise with `static std::vector<EnumeratedValue<E>> values()` to make the enumeration E an argument
+/// Specialise it with `static std::vector<EnumeratedValue<E>> values()` to make the enumeration E an argument
 /// type.
 template <class Enumeration>
 struct EnumeratedValues;
@@ -33,7 +33,7 @@ concept EnumeratedArgument = requires {
 template <class Type>
 struct ArgumentValue;
 
-/// A type that a text can be converted to without further ado.
+/// A type that has a conversion of its own.
 template <class Type>
 concept ConvertibleArgument = requires(const std::string& text) {
   { ArgumentValue<Type>::parse(text) } -> std::convertible_to<std::optional<Type>>;
@@ -45,11 +45,11 @@ namespace detail {
 std::optional<std::int64_t> signedInteger(const std::string& digits);
 std::optional<std::uint64_t> unsignedInteger(const std::string& digits);
 
-/// The number that the digits are. One that the type cannot hold becomes the nearest it can, an infinity
-/// included.
+/// The number that the digits are. A number that the type cannot hold becomes the nearest one it can, which
+/// may be an infinity.
 template <std::floating_point Number>
 std::optional<Number> floatingPoint(const std::string& digits);
-/// Always with a fraction, so that it reads as a number that may have one: "15.0".
+/// Always with a fraction ("15.0"), which shows that the value may have one.
 template <std::floating_point Number>
 std::string floatingPointText(Number value);
 

@@ -5,7 +5,7 @@ namespace ArgumentParser::detail {
 std::pair<std::vector<Name>, std::vector<Name>> invertedNames(std::string_view key,
                                                               const NameSpecification& names,
                                                               FlagInversion inversion) {
-  // A leading underscore marks a field that is not for everyone's eyes; it is no part of an option's name.
+  // A leading underscore marks a private field; it is no part of the option's name.
   if (key.starts_with('_')) key.remove_prefix(1);
   std::vector<Name> setting, clearing;
   for (const Name& name : names.makeNames(key)) {
@@ -13,7 +13,7 @@ std::pair<std::vector<Name>, std::vector<Name>> invertedNames(std::string_view k
       return Name{name.kind, std::string(prefix) + "-" + name.text};
     };
     if (name.isShort()) {
-      // A single character has no room for a prefix: it sets.
+      // A single character has no room for a prefix, so it only sets.
       setting.push_back(name);
     } else if (inversion == FlagInversion::prefixedNo) {
       setting.push_back(name);

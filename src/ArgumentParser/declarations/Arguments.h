@@ -42,7 +42,7 @@ enum class ArgumentArrayParsingStrategy {
   postTerminator = static_cast<int>(ParsingStrategy::postTerminator),
   captureForPassthrough = static_cast<int>(ParsingStrategy::allRemainingInput)
 };
-/// A positional that is not repeated has no choice.
+/// A positional of one value has no choice.
 enum class SingleArgumentParsingStrategy { next = static_cast<int>(ParsingStrategy::default_) };
 
 namespace detail {
@@ -94,7 +94,8 @@ struct StrategyChoice {
   ParsingStrategy value = ParsingStrategy::default_;
 };
 
-/// Whether a default of that type says what it seems to: a text is no truth, and 2.5 no integer.
+/// Whether a default of that type keeps its meaning in the field: a text does not become a Boolean, nor 2.5
+/// an integer.
 template <class Given, class Field>
 concept FitsField = std::is_convertible_v<Given, std::optional<Field>> &&
     (!std::is_arithmetic_v<typename FieldShape<Field>::Value> ||
@@ -107,7 +108,7 @@ concept FitsField = std::is_convertible_v<Given, std::optional<Field>> &&
 template <class Field>
 struct DefaultValue : std::optional<Field> {
   DefaultValue() = default;
-  // The requirement leaves copies and moves alone.
+  // The requirement keeps this from being taken for a copy or a move.
   template <class Given>
   requires(!std::same_as<std::decay_t<Given>, DefaultValue>)
       // NOLINTNEXTLINE(bugprone-forwarding-reference-overload): the check does not read requirements
@@ -146,7 +147,7 @@ struct EnumeratedDefault<std::vector<Value>> {
 template <class Value>
 using Transform = std::function<std::optional<Value>(const std::string&)>;
 
-/// Stands where no transform is given: the type must then have a conversion of its own.
+/// What a declaration without a transform passes; the type must then have a conversion of its own.
 template <class Value>
 Transform<Value> ownConversion() {
   static_assert(ConvertibleArgument<Value>,
@@ -186,8 +187,8 @@ struct ArgumentSpec {
   bool atLeastOne = false;  ///< a repeating one that must be given
   detail::StrategyChoice<typename FieldShape<Field>::ArgumentStrategy> parsing = {};
   CompletionKind completion = {};
-  /// Converts a text in place of the type's own conversion: nothing for one that is no such value; what it
-  /// throws is shown behind the error.
+  /// Converts a text in place of the type's own conversion: nothing for a text that is no such value; what it
+  /// throws is shown after the error.
   detail::Transform<Value> transform = detail::ownConversion<Value>();
   bool defaulted = false;  ///< the field's value in a new record is the default
 };
@@ -200,7 +201,7 @@ struct OptionSpec {
   ArgumentHelp help = {};
   NameSpecification name = {};
   detail::DefaultValue<Field> defaultValue = {};
-  /// Makes the value one that may be left out; the option alone then stands for this.
+  /// Lets the value be left out: the option alone then means this.
   detail::DefaultValue<Value> defaultAsFlag = {};
   detail::StrategyChoice<typename FieldShape<Field>::OptionStrategy> parsing = {};
   CompletionKind completion = {};
@@ -211,7 +212,7 @@ struct OptionSpec {
 
 enum class FlagInversion { prefixedNo, prefixedEnableDisable };
 
-/// How a Boolean flag is declared. `inversion` and the fields behind it belong together.
+/// How a Boolean flag is declared. `inversion` and the two fields after it belong together.
 struct FlagSpec {
   ArgumentHelp help = {};
   NameSpecification name = {};
@@ -266,7 +267,7 @@ class ParentCommand {
 
 namespace detail {
 
-/// A record in which the fields have the values that they are declared with, made when somebody looks.
+/// A new record, in which the fields have their initial values; made only when a default is looked up.
 class InitialRecord {
  public:
   virtual ~InitialRecord() = default;
@@ -292,7 +293,7 @@ constexpr std::string_view unqualifiedTypeName() {
 template <class Type>
 inline constexpr std::string_view typeName = unqualifiedTypeName<Type>();
 
-/// An address of its own for each type.
+/// An address that is different for each type.
 template <class Type>
 inline constexpr char typeMark = 0;
 
@@ -301,7 +302,7 @@ std::pair<std::vector<Name>, std::vector<Name>> invertedNames(std::string_view k
                                                               const NameSpecification& names,
                                                               FlagInversion inversion);
 
-/// What a definition takes from its declaration whatever the field's type.
+/// The parts of a definition that do not depend on the field's type.
 ArgumentDefinition::Help makeHelp(const ArgumentHelp& help, const GroupSpec& group);
 
 /// Raise `DeclarationError` for a flag, or for any argument, whose declaration contradicts itself.
@@ -388,7 +389,7 @@ template <class Value>
 Conversion<Value> conversion(const InputKey& key, const std::optional<Value>& defaultAsFlag,
                              const Transform<Value>& transform) {
   return [key, defaultAsFlag, transform](const ParsedValue& given) {
-    // A number in place of a text is the option alone.
+    // A flag's number in place of a text means the option without a value.
     return defaultAsFlag && std::holds_alternative<int>(given.value)
                ? *defaultAsFlag
                : converted<Value>(key, given, transform);
@@ -641,7 +642,7 @@ class Arguments {
     return *this;
   }
 
-  /// An empty default is not shown.
+  /// An empty default is not shown in help.
   template <class Value>
   static void showDefault(ArgumentDefinition& definition, const std::optional<Value>& value) {
     if (!value) return;

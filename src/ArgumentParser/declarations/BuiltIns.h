@@ -1,4 +1,4 @@
-// What a tree has without declaring it: the flags of every command, and the command `help` of a root.
+// What every tree has undeclared: the built-in flags of each command, and the root's command `help`.
 #pragma once
 
 #include <optional>

@@ -19,7 +19,7 @@ namespace ArgumentParser {
 
 class Declaration;
 
-/// Names a command type among other declarations. Null means no command.
+/// Refers to a command type in another declaration. Null means no command.
 class CommandType {
  public:
   CommandType() = default;
@@ -80,7 +80,7 @@ struct CommandConfiguration {
   std::vector<std::string> aliases = {};
 };
 
-/// A command's record behind its type.
+/// A command's record, whatever its type.
 class CommandRecord {
  public:
   virtual ~CommandRecord() = default;
@@ -118,7 +118,7 @@ concept Runnable = requires(Command& command) {
   command.run();
 };
 
-/// Stops the compiler with a sentence at operations that would not do what they seem to.
+/// Compile-time checks of operations that would not do what they seem to, each with a sentence that says why.
 template <class Command>
 constexpr void checkOperations() {
   if constexpr (Runnable<Command>) {

@@ -17,7 +17,7 @@ bool findStack(const CommandNode& node, CommandIdentity command, CommandStack& s
   return false;
 }
 
-/// A command on the way of a check, and those above it.
+/// A command that is being checked, linked to those above it.
 struct Level {
   CommandType type;
   const Declaration& declaration;

@@ -11,8 +11,8 @@ namespace ArgumentParser {
 
 /// One way to complete a value, by the function that makes it.
 struct CompletionKind {
-  /// Gets the words of the command line, the index of the word at the cursor, and the cursor's place within
-  /// it.
+  /// The function gets the words of the command line, the index of the word at the cursor, and the cursor's
+  /// place within it.
   using Custom = std::function<std::vector<std::string>(const std::vector<std::string>& words,
                                                         std::size_t wordIndex, std::size_t cursorIndex)>;
   using CustomDeprecated = std::function<std::vector<std::string>(const std::vector<std::string>& words)>;

@@ -19,7 +19,7 @@ bool isNameCharacter(char c) {
   return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_' || c == '-';
 }
 
-/// What is wrong with a literal name, in the order in which it is looked at; empty if nothing is.
+/// The first thing wrong with a literal name; empty if nothing is.
 std::string_view literalFault(std::string_view literal, std::size_t dashes) {
   if (literal.empty()) return "Can't use the empty string as a name.";
   if (literal.find(' ') != std::string_view::npos) return "Can't use spaces in a name.";
@@ -32,7 +32,7 @@ std::string_view literalFault(std::string_view literal, std::size_t dashes) {
   return {};
 }
 
-/// Raises `DeclarationError` for an element that makes no name for the field called `key`.
+/// Raises `DeclarationError` for an element that gives the field called `key` no usable name.
 struct CheckName {
   std::string_view key;
 

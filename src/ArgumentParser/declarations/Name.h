@@ -84,11 +84,12 @@ struct NameSpecification {
   std::vector<Name> makeNames(std::string_view key) const;
 
   std::vector<Element> elements;
-  bool isLong = false;  ///< `Long` alone, without an element for it: most have it, and a start makes many
+  bool isLong =
+      false;  ///< only `Long`, stored without an element: it is the default, and a start makes many of them
 };
 
-/// `Short` and `Long`. It becomes a `NameSpecification` where it is used, for none may be built before
-/// `main`: there nobody could tell that memory has run out.
+/// `Short` and `Long`. It becomes a `NameSpecification` only where it is used: one built before `main` would
+/// allocate where nobody could report that memory has run out.
 struct ShortAndLong {
   operator NameSpecification() const { return {NameSpecification::Short{}, NameSpecification::Long{}}; }
 };

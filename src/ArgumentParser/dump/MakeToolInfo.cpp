@@ -59,7 +59,7 @@ ArgumentInfoV0 argumentInfo(const ArgumentDefinition& definition) {
   return info;
 }
 
-/// Adds to the record of a composite flag what a further flag of the same value has.
+/// Adds a further flag of the same value to the record of a composite flag.
 void merge(ArgumentInfoV0& info, const ArgumentInfoV0& further) {
   info.names.insert(info.names.end(), further.names.begin(), further.names.end());
   if (info.preferredName->kind == "short" && further.preferredName->kind != "short") {

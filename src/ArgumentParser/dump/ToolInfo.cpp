@@ -21,7 +21,7 @@ constexpr const char* completionKinds[] = {"list",   "file",        "directory",
 
 // ---- The fields of each record, for writing and reading alike ----
 
-/// `Type` itself, or const as the writer has it.
+/// `Type`, or `const Type` for the writer.
 template <class Record, class Type>
 concept RecordOf = std::same_as<std::remove_const_t<Record>, Type>;
 

@@ -1,4 +1,4 @@
-// Pages in the macros of mdoc(7), in a form of which `mandoc -Tlint` has nothing to say: a sentence begins a
+// Pages in the macros of mdoc(7), written so that `mandoc -Tlint` finds no fault: a sentence begins a
 // line, lines are short, and no section is empty.
 #include <algorithm>
 
@@ -12,7 +12,7 @@ using namespace manual;
 
 constexpr std::size_t lineWidth = 76;
 
-/// `text` so that roff prints it as it is, wherever in a line it stands.
+/// `text` escaped so that roff prints it unchanged anywhere in a line.
 std::string escaped(std::string_view text) {
   std::string result;
   for (const char c : text) {
@@ -35,7 +35,7 @@ std::string word(std::string_view text) {
   return result;
 }
 
-/// Whether a sentence ends with that word.
+/// Whether that word ends a sentence.
 bool endsSentence(std::string_view each) {
   while (!each.empty() && (each.back() == ')' || each.back() == '\'' || each.back() == '"'))
     each.remove_suffix(1);
@@ -214,7 +214,7 @@ std::string section(const ManualTexts::Section& texts) {
   return result + (isList ? ".El\n" : "");
 }
 
-/// Where a section stands among the others, by the conventions of mdoc(7); one of another title comes first.
+/// A section's place by the conventions of mdoc(7); sections of other titles come first.
 std::ptrdiff_t place(std::string_view title) {
   constexpr std::string_view titles[] = {"",         "ENVIRONMENT", "FILES",    "EXIT STATUS",
                                          "EXAMPLES", "DIAGNOSTICS", "SEE ALSO", "STANDARDS",
@@ -223,7 +223,7 @@ std::ptrdiff_t place(std::string_view title) {
   return found != std::end(titles) ? found - std::begin(titles) : 0;
 }
 
-/// What NAME says: one line without the full stop at its end.
+/// The text of NAME: one line, without a full stop at its end.
 std::string nameDescription(const CommandInfoV0& command) {
   std::string text = command.abstract.empty() ? path(command, " ") : command.abstract;
   std::replace(text.begin(), text.end(), '\n', ' ');

@@ -1,5 +1,4 @@
-// What the manual page and the Markdown reference share: which commands and arguments they tell of, and in
-// which words.
+// What the manual page and the Markdown reference share: which commands and arguments they describe, and how.
 #pragma once
 
 #include <string>
@@ -9,15 +8,15 @@
 
 namespace ArgumentParser::manual {
 
-/// The children that a manual tells of.
+/// The children that a manual describes.
 std::vector<const CommandInfoV0*> children(const CommandInfoV0& command);
-/// The arguments that a manual tells of, positionals first.
+/// The arguments that a manual describes, positionals first.
 std::vector<const ArgumentInfoV0*> arguments(const CommandInfoV0& command);
 
 /// The names from the root down to the command, `separator` between them.
 std::string path(const CommandInfoV0& command, const char* separator);
 
-/// The abstract of an argument with its values and default behind it.
+/// The abstract of an argument, then its values and its default.
 std::string summary(const ArgumentInfoV0& argument);
 
 /// One piece of a section's body.

@@ -41,7 +41,8 @@ std::string unknownOption(const ArgumentSet& set, const Name& typed) {
     for (const Name& name : definition.names) {
       if (name.isShort()) continue;
       const std::string known = name.synopsisString();
-      // No distance is below the difference of the lengths, and what was typed may be huge.
+      // The distance is at least the difference of the lengths; that spares a huge input the full
+      // computation.
       const auto difference = std::abs(static_cast<std::ptrdiff_t>(text::clusterCount(known)) - length);
       if (static_cast<std::size_t>(difference) >= bestDistance) continue;
       const std::size_t distance = editDistance(known, text);

@@ -1,4 +1,4 @@
-// The words of every parser error.
+// The text of every parser error.
 #pragma once
 
 #include <exception>
@@ -9,7 +9,7 @@
 
 namespace ArgumentParser {
 
-/// Words one error against the definitions of the deepest command reached, the built-in ones among them.
+/// Words one error, by the definitions of the deepest command reached, the built-in ones included.
 class ErrorMessageGenerator {
  public:
   ErrorMessageGenerator(const ArgumentSet& arguments, const ParserError& error)
@@ -26,7 +26,7 @@ class ErrorMessageGenerator {
   const ParserError& parserError;
 };
 
-/// What a thrown value says of itself.
+/// The text of a thrown value.
 std::string description(const std::exception_ptr& error);
 
 /// The Levenshtein distance of two texts in user-perceived characters.

@@ -22,7 +22,7 @@ std::string blanks(int count) {
   return std::string(static_cast<std::size_t>(count), ' ');
 }
 
-/// "(values: a, b; default: x)"; empty if there is nothing to note.
+/// "(values: a, b; default: x)"; empty if there is nothing to say.
 std::string valueNote(const ArgumentDefinition& definition) {
   std::vector<std::string> values;
   if (!definition.help.discussion.isEnumerated()) values = definition.help.allValueStrings;
@@ -75,8 +75,8 @@ std::vector<std::vector<const ArgumentDefinition*>> grouped(
 }
 
 /// `label` indented by `indent`, and `description`, which is wrapped and indented, on the same line from the
-/// column of labels' end on, or on the next line if the label is too long. `hang` is by how much the
-/// description's first line stands further left than the others.
+/// column after the labels, or on the next line if the label is too long. The description's first line
+/// starts `hang` columns to the left of its other lines.
 std::string besideLabel(const std::string& label, int indent, std::string description, int hang) {
   const std::string start = blanks(indent) + label;
   const std::size_t width = text::clusterCount(start);

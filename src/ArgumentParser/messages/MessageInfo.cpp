@@ -24,7 +24,7 @@ std::string usageWithPointer(const CommandStack& stack) {
 ArgumentSet allDefinitions(const CommandStack& stack) {
   ArgumentSet set = stack.back()->arguments();
   for (ArgumentDefinition& builtIn : builtInDefinitions(stack)) {
-    // A name that the command has taken for itself means its own argument.
+    // A built-in name that the command declares itself means the command's own argument.
     std::erase_if(builtIn.names, [&](const Name& name) { return set.find(name) != nullptr; });
     set.content.push_back(std::move(builtIn));
   }

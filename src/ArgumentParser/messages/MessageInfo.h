@@ -1,4 +1,4 @@
-// The last stage: what an outcome comes to on the screen, as text, stream and status.
+// The last stage: makes of an outcome the text to print, its stream, and the exit status.
 #pragma once
 
 #include <cstdint>
@@ -24,8 +24,8 @@ struct MessageInfo {
   std::int32_t exitCode = 0;
 };
 
-/// What there is to say of an outcome and the status that goes with it: the one way to print, for the program
-/// and for whoever looks at it. A run has no words.
+/// The text, stream and status of an outcome. The program, tests and fuzz targets all go this way. A run has
+/// no text.
 MessageInfo messageInfo(const Outcome& outcome, const CommandTree& tree);
 
 }  // namespace ArgumentParser

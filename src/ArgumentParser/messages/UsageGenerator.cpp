@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::size_t mostSynopses = 12;
 
-/// " <value>", or " [<value>]" where it may be left out; nothing for a flag.
+/// " <value>", or " [<value>]" if it may be left out; empty for a flag.
 std::string valuePart(const ArgumentDefinition& definition) {
   switch (definition.update) {
     case ArgumentDefinition::Update::nullary:

@@ -9,14 +9,14 @@
 
 namespace ArgumentParser {
 
-/// How a definition stands in a usage line: "[--count <count>]", "<ids> ...". Nothing for one that is not
+/// A definition as it appears in a usage line: "[--count <count>]", "<ids> ...". Nothing for one that is not
 /// shown.
 std::optional<std::string> synopsis(const ArgumentDefinition& definition);
 
-/// The same for an error about a missing argument, which is written as if it were required.
+/// The same for an error about a missing argument, which is shown without the brackets of an optional one.
 std::optional<std::string> synopsisForError(const ArgumentDefinition& definition);
 
-/// How a definition stands at the start of a help entry: "-c, --count <count>", "<ids>".
+/// A definition as it appears at the start of a help entry: "-c, --count <count>", "<ids>".
 std::string longSynopsis(const ArgumentDefinition& definition);
 
 /// The usage of the stack's last command, its tool name first; the declared usage if there is one.

@@ -12,7 +12,7 @@ using Element = SplitArguments::Element;
 
 constexpr std::size_t all = std::numeric_limits<std::size_t>::max();
 
-/// Whether the element is the whole "-abc" of a cluster, a long name that nobody may have meant.
+/// Whether the element is the long name "-abc" that a cluster may also be read as.
 bool isClusterHead(const Element& element) {
   return element.index.isComplete() && element.option() != nullptr && !element.option()->value &&
          element.option()->name.kind == Name::Kind::longWithSingleDash;
@@ -106,7 +106,7 @@ void ArgumentMatcher::takeValue(const ArgumentDefinition& option, std::size_t po
   const bool isAttached = takeAttachedValue(option, element);
   if (isAttached && !takesMany) return;
 
-  std::size_t next = split.nextBehind(position);
+  std::size_t next = split.nextAfter(position);
   if (strategy == ParsingStrategy::scanningForValue) next = nextValue(next);
   const bool isFound =
       next < split.elements().size() && (takesAny || split.elements()[next].text() != nullptr);
@@ -118,7 +118,7 @@ void ArgumentMatcher::takeValue(const ArgumentDefinition& option, std::size_t po
   takeLater(option, element, next, !takesAny, takesMany ? all : 1);
 }
 
-/// The position of the first value at or behind the given one that no option has taken yet.
+/// The position, from the given one on, of the first value that no option has taken yet.
 std::size_t ArgumentMatcher::nextValue(std::size_t position) {
   scannedTo = split.unclaimedFrom(std::max(position, scannedTo));
   while (scannedTo < split.elements().size() && split.elements()[scannedTo].text() == nullptr) {
@@ -151,7 +151,7 @@ void ArgumentMatcher::raiseMissing(const Element& element) const {
 
 void ArgumentMatcher::matchPositionals() {
   const auto& elements = split.elements();
-  const ArgumentDefinition* behindTerminator = set.positional(ParsingStrategy::postTerminator);
+  const ArgumentDefinition* afterTerminator = set.positional(ParsingStrategy::postTerminator);
   const auto take = [&](const ArgumentDefinition& definition, std::size_t at) {
     const Index index = elements[at].index;
     store(definition, {split.typed(index.inputIndex), index});
@@ -159,16 +159,16 @@ void ArgumentMatcher::matchPositionals() {
   };
 
   std::size_t end = elements.size();
-  if (behindTerminator != nullptr) {
+  if (afterTerminator != nullptr) {
     end = 0;
     while (end < elements.size() && !elements[end].isTerminator()) ++end;
     for (std::size_t at = end; at < elements.size(); ++at) {
-      if (elements[at].text() != nullptr) take(*behindTerminator, at);
+      if (elements[at].text() != nullptr) take(*afterTerminator, at);
     }
   }
 
   std::size_t at = 0;
-  // What takes all the input takes options too, but only behind the first value.
+  // What takes all the input takes options too, but only after the first value.
   bool hasValue = false;
   for (const ArgumentDefinition& definition : set.content) {
     const bool takesAny = definition.parsingStrategy == ParsingStrategy::allRemainingInput;
@@ -191,7 +191,7 @@ void ArgumentMatcher::matchPositionals() {
       if (index.isComplete()) {
         take(*rest, at);
       } else {
-        // Another flag of the argument is taken already: only this one is left over.
+        // Another flag of the same argument has been claimed, so only this one is unexpected.
         store(*rest, {elements[at].option()->name.synopsisString(), index});
         split.remove(index);
       }

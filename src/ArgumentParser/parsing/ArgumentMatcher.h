@@ -53,7 +53,7 @@ class ArgumentMatcher {
   const ArgumentSet& set;
   SplitArguments& split;
   const CommandNode* command;
-  std::size_t scannedTo = 0;  ///< no value is left between an option that scanned and this position
+  std::size_t scannedTo = 0;  ///< no value is left between a scanning option and this position
 };
 
 }  // namespace ArgumentParser

@@ -70,12 +70,12 @@ Outcome CommandParser::parseCurrent(SplitArguments& split) {
   if (auto request = builtInRequest(matcher.capturedUnrecognized, stack)) return *std::move(request);
   Outcome outcome = decoded(matcher);
   if (std::holds_alternative<Run>(outcome)) return outcome;
-  // Who asks for help gets it, also where the line is wrong otherwise.
+  // Help is given even if the rest of the line is wrong.
   if (auto request = builtInRequest(split.elements(), stack)) return *std::move(request);
   return outcome;
 }
 
-/// The current command's record, filled and validated, or what was wrong with it.
+/// The current command's record, filled and validated, or its fault.
 Outcome CommandParser::decoded(const ArgumentMatcher& matcher) {
   Run run;
   try {

@@ -19,8 +19,8 @@ class CommandParser {
   Outcome parse(const std::vector<std::string>& arguments);
 
  private:
-  // Requests are returned, not raised: they are what a person waits for most, and a start that unwinds no
-  // stack is a tenth faster. Faults are raised by the stages, and caught in `parse`.
+  // Requests are returned, not raised, because unwinding the stack would make the commonest starts a tenth
+  // slower. Faults are raised by the stages, and caught in `parse`.
   Outcome parseAll(const std::vector<std::string>& arguments);
   Outcome descend(SplitArguments& split);
   Outcome parseCurrent(SplitArguments& split);

@@ -1,4 +1,4 @@
-// What a command line comes to: a command to run, a request, or a fault.
+// The outcome of a command line: a command to run, a request, or a fault.
 #pragma once
 
 #include <cstdint>
@@ -30,15 +30,15 @@ struct Request {
 struct Fault {
   CommandStack commandStack;
   ParserError parserError;
-  bool noArguments = false;  ///< nothing was typed at all: who does that wants to see the help
+  bool noArguments = false;  ///< nothing was typed at all, which prints the help with the fault
 };
 
 using Outcome = std::variant<Run, Request, Fault>;
 
-/// What a thrown value comes to; `stack` is the command at hand. Raises `DeclarationError` again.
+/// The outcome of a thrown value; `stack` leads to the command at hand. Raises a `DeclarationError` again.
 Outcome outcomeOf(const std::exception_ptr& thrown, const CommandStack& stack, const CommandTree& tree);
 
-/// Runs the command if there is one to run; what that comes to.
+/// Runs the command, if the outcome is one to run, and returns what became of it.
 Outcome afterRun(Outcome parsed, const CommandTree& tree);
 
 }  // namespace ArgumentParser

@@ -1,5 +1,4 @@
-// What can be wrong with a command line: values that carry origin and name. Their wording is made elsewhere
-// (ErrorMessageGenerator).
+// What can be wrong with a command line: values that carry origin and name. ErrorMessageGenerator words them.
 #pragma once
 
 #include <exception>

@@ -11,14 +11,14 @@
 namespace ArgumentParser {
 namespace {
 
-/// A flag and what it asks for.
+/// A flag and the request it stands for.
 struct Row {
   std::vector<Name> (*names)(const CommandStack& stack);
   /// Nothing where the flag does not stand for a request.
   std::optional<Request> (*request)(const CommandStack& stack);
 };
 
-/// By precedence.
+/// In order of precedence.
 constexpr Row rows[] = {
     {[](const CommandStack& stack) { return helpNames(stack); },
      [](const CommandStack& stack) { return std::optional(helpRequest(stack)); }},

@@ -1,4 +1,4 @@
-// What can be asked for on every command line without being declared: help, dump and version. A further
+// The requests that every command line understands undeclared: help, dump and version. A further
 // request is a row in Requests.cpp and the function that answers it.
 #pragma once
 

@@ -9,7 +9,7 @@
 namespace ArgumentParser {
 namespace {
 
-/// The byte offset of the first character that is exactly `character`: one with a combining mark behind it is
+/// The byte offset of the first character that is exactly `character`: one with a combining mark after it is
 /// another character.
 std::size_t findCharacter(const std::vector<std::string_view>& characters, std::string_view character) {
   std::size_t offset = 0;
@@ -108,7 +108,7 @@ std::size_t SplitArguments::unclaimedFrom(std::size_t position) {
   return position;
 }
 
-std::size_t SplitArguments::nextBehind(std::size_t position) {
+std::size_t SplitArguments::nextAfter(std::size_t position) {
   return unclaimedFrom(firstFrom({remaining[position].index.inputIndex + 1}));
 }
 

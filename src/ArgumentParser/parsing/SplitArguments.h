@@ -11,7 +11,7 @@
 
 namespace ArgumentParser {
 
-/// An option as typed, with the value behind its "=" if it has one.
+/// An option as typed, with the value after its "=" if it has one.
 struct ParsedArgument {
   Name name;
   std::optional<std::string> value = std::nullopt;
@@ -45,18 +45,19 @@ class SplitArguments {
   const std::vector<Element>& elements() const { return remaining; }
 
   /// Marks the element at `index` as claimed. A complete element takes its members with it; a member takes
-  /// its complete head, for once "-a" of "-abc" is claimed, there is no long name "-abc" any more.
+  /// the complete element along, because once "-a" of "-abc" is claimed, there is no long name "-abc" any
+  /// more.
   void remove(const Index& index);
 
   /// Whether the element at that position of `elements` has been claimed since the last `compact`.
   bool isRemoved(std::size_t position) const { return next[position] != position; }
 
-  /// The first unclaimed position at or behind the given one; the number of elements if there is none.
+  /// The first unclaimed position from the given one on; the number of elements if there is none.
   std::size_t unclaimedFrom(std::size_t position);
 
-  /// The position of the first unclaimed element behind the argument of the one at `position`; the number of
+  /// The position of the first unclaimed element after the argument of the one at `position`; the number of
   /// elements if there is none.
-  std::size_t nextBehind(std::size_t position);
+  std::size_t nextAfter(std::size_t position);
 
   /// Drops all claimed elements.
   void compact();
@@ -73,8 +74,8 @@ class SplitArguments {
   void unclaimAll();
 
   std::vector<Element> remaining;
-  /// Of an unclaimed element its own position, of a claimed one a later position, on the way to the next
-  /// unclaimed one: long runs of claimed elements are passed over quickly.
+  /// For an unclaimed element its own position; for a claimed one a later position on the way to the next
+  /// unclaimed one, so that long runs of claimed elements are skipped quickly.
   std::vector<std::size_t> next;
 };
 

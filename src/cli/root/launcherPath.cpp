@@ -1,4 +1,4 @@
 #include "client/StartAPI.h"
 
-// `open` of macOS; many other desktops have a program of that name, which takes a URL as well.
+// open(1) of macOS; on many other desktops a program of that name takes URLs too.
 const char* const zelto::launcherPath = ZELTO_LAUNCHER;
