@@ -114,6 +114,18 @@ json::value prompt(const json::object& reference, const Call& call) {
   return {{"systemPrompt", text}};
 }
 
+json::value installShortcut(const json::object& reference, const std::string& name) {
+  for (const json::value& shortcut : reference.at("shortcuts").at("builtin").as_array()) {
+    if (valueText(shortcut.at("name")) == name) return {{"opened", name}};
+  }
+  throw APIError(404, "no bundled shortcut named " + name);
+}
+
+json::value document(const json::object& reference, const std::string& name) {
+  const json::value* text = reference.at("docs").as_object().if_contains(name);
+  return text ? json::value{{"markdown", *text}} : throw APIError(404, "no document named " + name);
+}
+
 json::value answer(Store& store, const json::object& reference, const Call& call) {
   std::vector<std::string> path = segmentsOf(call.request.target);
   // Where a path names something, the route has a star in its place.
@@ -141,16 +153,8 @@ json::value answer(Store& store, const json::object& reference, const Call& call
   if (route == "GET /schema") return reference.at("schema");
   if (route == "GET /runners") return reference.at("runners");
   if (route == "GET /shortcuts") return reference.at("shortcuts");
-  if (route == "POST /shortcuts/install") {
-    for (const json::value& shortcut : reference.at("shortcuts").at("builtin").as_array()) {
-      if (valueText(shortcut.at("name")) == call.name()) return {{"opened", call.name()}};
-    }
-    throw APIError(404, "no bundled shortcut named " + call.name());
-  }
-  if (route == "GET /docs/*") {
-    const json::value* text = reference.at("docs").as_object().if_contains(name);
-    return text ? json::value{{"markdown", *text}} : throw APIError(404, "no document named " + name);
-  }
+  if (route == "POST /shortcuts/install") return installShortcut(reference, call.name());
+  if (route == "GET /docs/*") return document(reference, name);
   if (route == "DELETE /rules/*") {
     store.removeRule(name);
     return nullptr;
