@@ -4,6 +4,13 @@
 
 namespace ArgumentParser {
 
+ArgumentDefinition::ArgumentDefinition() = default;
+ArgumentDefinition::ArgumentDefinition(const ArgumentDefinition&) = default;
+ArgumentDefinition::ArgumentDefinition(ArgumentDefinition&&) noexcept = default;
+ArgumentDefinition& ArgumentDefinition::operator=(const ArgumentDefinition&) = default;
+ArgumentDefinition& ArgumentDefinition::operator=(ArgumentDefinition&&) noexcept = default;
+ArgumentDefinition::~ArgumentDefinition() = default;
+
 std::string ArgumentDefinition::valueName() const {
   if (!help.valueName.empty()) return help.valueName;
   if (!names.empty()) return preferredName(names).valueString();

@@ -61,6 +61,14 @@ struct ArgumentDefinition {
   /// Converts what was parsed (null if nothing was) and stores it in the record. Raises `ParserError`.
   using Decode = std::function<void(void* record, const ParsedElement* parsed)>;
 
+  // Compiled once, in the library, and not in every file with declarations.
+  ArgumentDefinition();
+  ArgumentDefinition(const ArgumentDefinition&);
+  ArgumentDefinition(ArgumentDefinition&&) noexcept;
+  ArgumentDefinition& operator=(const ArgumentDefinition&);
+  ArgumentDefinition& operator=(ArgumentDefinition&&) noexcept;
+  ~ArgumentDefinition();
+
   Kind kind = Kind::named;
   InputKey key = {};
   std::vector<Name> names = {};

@@ -5,7 +5,6 @@
 #include <exception>
 #include <stdexcept>
 #include <string>
-#include <utility>
 #include <variant>
 
 namespace ArgumentParser {
@@ -47,15 +46,14 @@ struct CleanExit : std::exception {
     CommandIdentity command = nullptr;
   };
 
-  explicit CleanExit(std::variant<HelpRequest, Message, DumpRequest> what) : request(std::move(what)) {}
-  static CleanExit helpRequest(CommandIdentity command = nullptr) { return CleanExit(HelpRequest{command}); }
-  static CleanExit message(std::string text) { return CleanExit(Message{std::move(text)}); }
-  static CleanExit dumpRequest(CommandIdentity command = nullptr) { return CleanExit(DumpRequest{command}); }
-  const char* what() const noexcept override {
-    const auto* message = std::get_if<Message>(&request);
-    if (message != nullptr) return message->text.c_str();
-    return std::holds_alternative<DumpRequest>(request) ? "--experimental-dump-help" : "--help";
-  }
+  explicit CleanExit(std::variant<HelpRequest, Message, DumpRequest> what);
+  CleanExit(const CleanExit&);
+  CleanExit& operator=(const CleanExit&);
+  ~CleanExit() override;
+  static CleanExit helpRequest(CommandIdentity command = nullptr);
+  static CleanExit message(std::string text);
+  static CleanExit dumpRequest(CommandIdentity command = nullptr);
+  const char* what() const noexcept override;
 
   std::variant<HelpRequest, Message, DumpRequest> request;
 };

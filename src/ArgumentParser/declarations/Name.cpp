@@ -70,6 +70,30 @@ const Name& preferredName(const std::vector<Name>& names) {
   return found != names.end() ? *found : names.front();
 }
 
+NameSpecification::NameSpecification(std::initializer_list<Element> list) : elements(list) {}
+NameSpecification::NameSpecification(Element element) : elements{std::move(element)} {}
+NameSpecification::NameSpecification(const char* literal) : elements{elementFromLiteral(literal)} {}
+
+NameSpecification::NameSpecification(const NameSpecification&) = default;
+NameSpecification::NameSpecification(NameSpecification&&) noexcept = default;
+NameSpecification& NameSpecification::operator=(const NameSpecification&) = default;
+NameSpecification& NameSpecification::operator=(NameSpecification&&) noexcept = default;
+NameSpecification::~NameSpecification() = default;
+
+NameSpecification NameSpecification::customLong(std::string text, bool withSingleDash) {
+  return Element(CustomLong{std::move(text), withSingleDash});
+}
+NameSpecification NameSpecification::customShort(std::string character, bool allowingJoined) {
+  return Element(CustomShort{std::move(character), allowingJoined});
+}
+NameSpecification NameSpecification::none() {
+  return std::initializer_list<Element>{};
+}
+
+ShortAndLong::operator NameSpecification() const {
+  return {NameSpecification::Short{}, NameSpecification::Long{}};
+}
+
 NameSpecification::NameSpecification(std::initializer_list<const char*> literals) {
   for (const char* literal : literals) elements.push_back(elementFromLiteral(literal));
 }

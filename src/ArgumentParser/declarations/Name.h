@@ -58,19 +58,21 @@ struct NameSpecification {
   using Element = std::variant<Long, Short, CustomLong, CustomShort, InvalidLiteral>;
 
   NameSpecification() : isLong(true) {}
-  NameSpecification(std::initializer_list<Element> list) : elements(list) {}
-  NameSpecification(Element element) : elements{std::move(element)} {}
+  NameSpecification(std::initializer_list<Element> list);
+  NameSpecification(Element element);
   /// Names written as they are typed: "--name", "-n", "-name".
-  NameSpecification(const char* literal) : elements{elementFromLiteral(literal)} {}
+  NameSpecification(const char* literal);
   NameSpecification(std::initializer_list<const char*> literals);
   static NameSpecification literals(std::initializer_list<const char*> list) { return {list}; }
-  static NameSpecification customLong(std::string text, bool withSingleDash = false) {
-    return Element(CustomLong{std::move(text), withSingleDash});
-  }
-  static NameSpecification customShort(std::string character, bool allowingJoined = false) {
-    return Element(CustomShort{std::move(character), allowingJoined});
-  }
-  static NameSpecification none() { return std::initializer_list<Element>{}; }
+  static NameSpecification customLong(std::string text, bool withSingleDash = false);
+  static NameSpecification customShort(std::string character, bool allowingJoined = false);
+  static NameSpecification none();
+  // Compiled once, in the library, and not in every file with declarations.
+  NameSpecification(const NameSpecification&);
+  NameSpecification(NameSpecification&&) noexcept;
+  NameSpecification& operator=(const NameSpecification&);
+  NameSpecification& operator=(NameSpecification&&) noexcept;
+  ~NameSpecification();
 
   /// The element that a literal name stands for; an `InvalidLiteral` says what is wrong with it.
   static Element elementFromLiteral(std::string_view literal);
@@ -91,7 +93,7 @@ struct NameSpecification {
 /// `Short` and `Long`. It becomes a `NameSpecification` only where it is used: one built before `main` would
 /// allocate where nobody could report that memory has run out.
 struct ShortAndLong {
-  operator NameSpecification() const { return {NameSpecification::Short{}, NameSpecification::Long{}}; }
+  operator NameSpecification() const;
 };
 inline constexpr ShortAndLong shortAndLong;
 
