@@ -9,7 +9,6 @@
 #include <utility>
 
 #include <boost/json/basic_parser_impl.hpp>
-#include <boost/json/src.hpp>
 
 #include "text/Harmless.h"
 #include "text/Unicode.h"

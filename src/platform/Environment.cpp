@@ -13,14 +13,6 @@
 #endif
 
 namespace platform {
-namespace {
-
-std::string resolved(const char* path) {
-  char buffer[PATH_MAX];
-  return ::realpath(path, buffer) != nullptr ? text::repairedUTF8(buffer) : std::string();
-}
-
-}  // namespace
 
 std::optional<std::string> environment(const char* name) {
   const char* value = std::getenv(name);
@@ -48,11 +40,20 @@ std::string expandTilde(std::string_view path) {
 
 std::string executablePath() {
 #ifdef __APPLE__
-  char path[PATH_MAX];
+  char path[PATH_MAX], resolved[PATH_MAX];
   std::uint32_t size = sizeof path;
-  return _NSGetExecutablePath(path, &size) == 0 ? resolved(path) : std::string();
+  const bool isKnown = _NSGetExecutablePath(path, &size) == 0 && ::realpath(path, resolved) != nullptr;
+  return isKnown ? text::repairedUTF8(resolved) : std::string();
 #else
-  return resolved("/proc/self/exe");
+  // The link holds the path without any further link, so one call tells it (proc(5)).
+  std::string path(256, '\0');
+  for (;;) {
+    const ssize_t length = ::readlink("/proc/self/exe", path.data(), path.size());
+    if (length < 0) return {};
+    if (static_cast<std::size_t>(length) < path.size())
+      return text::repairedUTF8(path.substr(0, static_cast<std::size_t>(length)));
+    path.resize(2 * path.size());
+  }
 #endif
 }
 

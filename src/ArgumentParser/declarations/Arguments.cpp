@@ -52,6 +52,15 @@ std::pair<std::vector<Name>, std::vector<Name>> invertedNames(std::string_view k
 
 }  // namespace
 
+InitialRecord::~InitialRecord() {
+  if (record != nullptr) destroy(record);
+}
+
+void* InitialRecord::fields() {
+  if (record == nullptr) record = make();
+  return record;
+}
+
 ArgumentsBase::ArgumentsBase(ArgumentSet& target, InitialRecord& initial, std::vector<std::string> path,
                              GroupSpec spec)
     : set(target), fresh(initial), keyPath(std::move(path)), groupSpec(std::move(spec)) {}

@@ -38,19 +38,29 @@ class ParentCommand {
 
 namespace detail {
 
+template <class Record>
+void* makeRecord() {
+  return new Record();
+}
+template <class Record>
+void destroyRecord(void* fields) {
+  delete static_cast<Record*>(fields);
+}
+
 /// A new record, in which the fields have their initial values; made only when a default is looked up.
 class InitialRecord {
  public:
-  virtual ~InitialRecord() = default;
-  virtual void* fields() = 0;
-};
-template <class Record>
-class InitialRecordOf final : public InitialRecord {
- public:
-  void* fields() override { return record ? &*record : &record.emplace(); }
+  InitialRecord(void* (*makeRecord)(), void (*destroyRecord)(void*))
+      : make(makeRecord), destroy(destroyRecord) {}
+  InitialRecord(const InitialRecord&) = delete;
+  InitialRecord& operator=(const InitialRecord&) = delete;
+  ~InitialRecord();
+  void* fields();
 
  private:
-  std::optional<Record> record;
+  void* (*make)();
+  void (*destroy)(void*);
+  void* record = nullptr;
 };
 
 /// The unqualified name of a type, as the compiler writes it.

@@ -80,20 +80,43 @@ struct CommandConfiguration {
   std::vector<std::string> aliases = {};
 };
 
+namespace detail {
+
+/// What can be done with the records of one type. A table of functions, and not virtual functions, since the
+/// tables and type descriptions of those would be relocated at every start.
+struct RecordOperations {
+  void* (*make)();
+  void (*destroy)(void* fields);
+  void (*validate)(void* fields);
+  std::int32_t (*run)(void* fields);
+};
+
+}  // namespace detail
+
 /// A command's record, whatever its type.
 class CommandRecord {
  public:
-  virtual ~CommandRecord() = default;
-  virtual void* fields() = 0;
-  virtual CommandIdentity identity() const = 0;
-  virtual void validate() = 0;
+  /// A new record, its fields as they are initialised.
+  CommandRecord(CommandIdentity type, const detail::RecordOperations& typeOperations);
+  CommandRecord(const CommandRecord&) = delete;
+  CommandRecord& operator=(const CommandRecord&) = delete;
+  ~CommandRecord();
+
+  void* fields() const { return record; }
+  CommandIdentity identity() const { return commandIdentity; }
+  void validate() { operations.validate(record); }
   /// The status that the process ends with.
-  virtual std::int32_t run() = 0;
+  std::int32_t run() { return operations.run(record); }
   /// The record of `Command`, or null if this is another command's.
   template <class Command>
   Command* as() {
-    return identity() == type<Command>().identity() ? static_cast<Command*>(fields()) : nullptr;
+    return commandIdentity == type<Command>().identity() ? static_cast<Command*>(record) : nullptr;
   }
+
+ private:
+  CommandIdentity commandIdentity;
+  const detail::RecordOperations& operations;
+  void* record;
 };
 
 /// One command as the framework sees it. Its arguments are declared only when somebody looks at them.
@@ -103,8 +126,11 @@ class Declaration {
   std::string typeName;
   /// Adds the definitions to a set, or only checks them, as the set says. Raises `DeclarationError`.
   std::function<void(ArgumentSet&)> declareArguments;
-  std::function<std::shared_ptr<CommandRecord>()> makeRecord;
+  CommandIdentity identity = nullptr;
+  const detail::RecordOperations* operations = nullptr;
   bool hasRun = true;
+
+  std::shared_ptr<CommandRecord> makeRecord() const;
 };
 
 inline Declaration CommandType::declaration() const {
@@ -140,27 +166,27 @@ constexpr void checkOperations() {
 }
 
 template <class Command>
-class TypedRecord final : public CommandRecord {
- public:
-  void* fields() override { return &command; }
-  CommandIdentity identity() const override { return type<Command>().identity(); }
-  void validate() override {
-    if constexpr (requires { command.validate(); }) command.validate();
+void validateRecord(void* fields) {
+  if constexpr (requires(Command & command) { command.validate(); }) {
+    static_cast<Command*>(fields)->validate();
   }
-  std::int32_t run() override {
-    if constexpr (!Runnable<Command>) {
-      throw CleanExit::helpRequest(type<Command>().identity());
-    } else if constexpr (std::is_void_v<decltype(command.run())>) {
-      command.run();
-      return ExitCode::success.value;
-    } else {
-      return command.run();
-    }
-  }
+}
 
- private:
-  Command command{};
-};
+template <class Command>
+std::int32_t runRecord(void* fields) {
+  if constexpr (!Runnable<Command>) {
+    throw CleanExit::helpRequest(type<Command>().identity());
+  } else if constexpr (std::is_void_v<decltype(std::declval<Command&>().run())>) {
+    static_cast<Command*>(fields)->run();
+    return 0;
+  } else {
+    return static_cast<Command*>(fields)->run();
+  }
+}
+
+template <class Command>
+inline constexpr RecordOperations operationsOf{makeRecord<Command>, destroyRecord<Command>,
+                                               validateRecord<Command>, runRecord<Command>};
 
 }  // namespace detail
 
@@ -169,13 +195,16 @@ class TypedRecord final : public CommandRecord {
 template <class Command, class DeclareArguments>
 Declaration command(CommandConfiguration configuration, DeclareArguments declareArguments) {
   detail::checkOperations<Command>();
-  return {std::move(configuration), std::string(detail::typeName<Command>),
+  return {std::move(configuration),
+          std::string(detail::typeName<Command>),
           [declareArguments](ArgumentSet& set) {
-            detail::InitialRecordOf<Command> fresh;
+            detail::InitialRecord fresh(detail::makeRecord<Command>, detail::destroyRecord<Command>);
             Arguments<Command> arguments(set, fresh);
             declareArguments(arguments);
           },
-          [] { return std::make_shared<detail::TypedRecord<Command>>(); }, detail::Runnable<Command>};
+          type<Command>().identity(),
+          &detail::operationsOf<Command>,
+          detail::Runnable<Command>};
 }
 
 /// Declares a command without arguments of its own.

@@ -4,6 +4,10 @@
 
 namespace ArgumentParser {
 
+const ExitCode ExitCode::success{0};
+const ExitCode ExitCode::failure{1};
+const ExitCode ExitCode::validationFailure{64};
+
 CleanExit::CleanExit(std::variant<HelpRequest, Message, DumpRequest> what) : request(std::move(what)) {}
 CleanExit::CleanExit(const CleanExit&) = default;
 CleanExit& CleanExit::operator=(const CleanExit&) = default;

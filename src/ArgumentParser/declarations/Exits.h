@@ -27,9 +27,6 @@ struct ExitCode : std::exception {
 
   static const ExitCode success, failure, validationFailure;
 };
-inline const ExitCode ExitCode::success{0};
-inline const ExitCode ExitCode::failure{1};
-inline const ExitCode ExitCode::validationFailure{64};
 
 /// Identifies a command declaration; null means none.
 using CommandIdentity = const void*;
