@@ -335,6 +335,8 @@ TEST(DeclarationErrors, StopTheProgram) {
       {NameSpecification::CustomLong{"--bee"}, "'--bee' for property 'key': The dashes are added"},
       {NameSpecification::CustomLong{""}, "'' for property 'key': Can't use the empty string"},
       {NameSpecification::CustomLong{"a=b"}, "'a=b' for property 'key': Can't use '='"},
+      {NameSpecification::CustomLong{"it's"}, "'it's' for property 'key': Can't use a character"},
+      {NameSpecification::CustomShort{"$"}, "'$' for property 'key': Can't use a character"},
   };
   for (const auto& [element, message] : custom) {
     const std::string said = fault([&, one = element] { NameSpecification(one).makeNames("key"); });

@@ -32,12 +32,21 @@ std::string_view literalFault(std::string_view literal, std::size_t dashes) {
   return {};
 }
 
+/// Whether a shell, and so a completion script, would read one of the characters as something else than a
+/// part of a word.
+bool isSpecialInShells(std::string_view name) {
+  return name.find_first_of(" \t\n\r\v\f\"'`$\\;|&<>()") != std::string_view::npos;
+}
+
 /// Raises `DeclarationError` for an element that gives the field called `key` no usable name.
 struct CheckName {
   std::string_view key;
 
   [[noreturn]] void raise(const std::string& name, const char* message) const {
     throw DeclarationError("Invalid name '" + name + "' for property '" + std::string(key) + "': " + message);
+  }
+  void checkForShells(const std::string& name) const {
+    if (isSpecialInShells(name)) raise(name, "Can't use a character that means something to a shell.");
   }
   void operator()(const NameSpecification::Long&) const {
     if (key.empty()) throw DeclarationError("Key '' has not characters to form long option name.");
@@ -49,12 +58,14 @@ struct CheckName {
     if (custom.text.empty()) raise(custom.text, "Can't use the empty string as a name.");
     if (custom.text.front() == '-') raise(custom.text, "The dashes are added by themselves.");
     if (custom.text.find('=') != std::string::npos) raise(custom.text, "Can't use '=', which ends a name.");
+    checkForShells(custom.text);
   }
   void operator()(const NameSpecification::CustomShort& custom) const {
     const bool isOne = custom.character.size() == 1 || text::clusterCount(custom.character) == 1;
     if (!isOne || custom.character == "-" || custom.character == "=") {
       raise(custom.character, "A short name is one character, without its dash.");
     }
+    checkForShells(custom.character);
   }
   void operator()(const NameSpecification::InvalidLiteral& invalid) const {
     throw DeclarationError("Invalid literal name '" + invalid.literal + "' for property '" +
