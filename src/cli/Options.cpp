@@ -20,8 +20,8 @@ void GlobalOptions::arguments(ArgumentParser::Arguments<GlobalOptions>& it) {
   it.option(&GlobalOptions::timeout, "timeout",
             {.help = "Seconds to wait on the app",
              .name = ArgumentParser::shortAndLong,
-             .defaultValue = timeouts::usual,
-             .transform = parseSeconds});
+             .transform = parseSeconds,
+             .defaulted = true});
 }
 
 void GlobalOptions::apply() const {
