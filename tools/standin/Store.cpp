@@ -107,6 +107,8 @@ bool inProfile(const json::object& rule, const json::value& profileName) {
 std::string newIdentifier() {
   std::string id = randomHex(32);
   id[12] = '4', id[16] = 'A';  // version and variant of a random UUID
+  // No id of the seed begins like this, so that every prefix of those stands for what it did before.
+  id[0] = '9';
   for (const std::size_t dash : {8u, 13u, 18u, 23u}) id.insert(dash, 1, '-');
   return id;
 }
