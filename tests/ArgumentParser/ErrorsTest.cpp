@@ -1,6 +1,5 @@
 // Every way in which a command line can end other than by running: words, stream and status.
 
-#include <map>
 #include <utility>
 
 #include <gtest/gtest.h>
@@ -165,43 +164,19 @@ struct Tool {
 };
 
 TEST(Errors, HaveTheirWordsUsageAndStatus) {
-  std::map<std::string, std::string> usages;
-  std::string command, text;
-  int count = 0;
-  const std::string file = expectedText("errors.txt");
-  for (const std::string_view line : text::split(file, '\n')) {
-    const std::string content(line.substr(std::min<std::size_t>(line.size(), 2)));
-    if (line.starts_with('@')) {
-      usages[content] = std::exchange(text, {});
-    } else if (line.starts_with('$')) {
-      command = content;
-    } else if (line.starts_with('=')) {
-      const std::string expected = std::exchange(text, {}) + usages.at(content);
-      const End actual = outcome(type<Tool>(), words(command));
-      EXPECT_EQ(actual.text + "\n", expected) << command;
-      EXPECT_EQ(actual.status, 64) << command;
-      ++count;
-    } else if (!line.empty() && !line.starts_with('#')) {
-      text.append(line).append("\n");
-    }
-  }
-  EXPECT_GT(count, 50);
-}
-
-TEST(Errors, OtherEndsHaveTheirTextAndStatus) {
-  for (const auto& [line, expected] : expectedRows("ends.txt")) {
-    const End actual = outcome(type<Tool>(), words(line));
-    EXPECT_EQ(std::to_string(actual.status) + (actual.text.empty() ? "" : " ") + actual.text, expected)
-        << line;
+  for (const support::Case& each : support::casesIn(SOURCES "/expected/errors.txt", "=!")) {
+    const auto place = each.place();
+    outcome(type<Tool>(), words(each.input)).expect(each);
   }
 }
 
 TEST(Errors, RequestsComeToWhatTheyAskFor) {
   const support::ScopedVariable columns("COLUMNS", "80"), rows("LINES", "25");
-  for (const auto& [line, other] : expectedRows("requests.txt")) {
-    const End actual = outcome(type<Tool>(), words(line));
-    EXPECT_EQ(actual.text, outcome(type<Tool>(), words(other)).text) << line;
-    EXPECT_EQ(actual.status, 0) << line;
+  for (const support::Case& row : support::casesIn(SOURCES "/expected/requests.txt", ":")) {
+    const auto place = row.place();
+    const End actual = outcome(type<Tool>(), words(row.input));
+    EXPECT_EQ(actual.text, outcome(type<Tool>(), words(text::trimmed(row.all(":")))).text);
+    EXPECT_EQ(actual.status, 0);
   }
   EXPECT_NE(outcome(type<Tool>(), {"add", "--help-hidden"}).text.find("--secret-mode"), std::string::npos);
 }

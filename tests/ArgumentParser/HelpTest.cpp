@@ -99,9 +99,10 @@ std::string helpOf(CommandType command, std::int64_t width, Visibility visibilit
 }
 
 TEST(Help, LaysOutEveryForm) {
-  EXPECT_EQ(helpOf(type<Build>(), 60), expectedText("every_form.txt"));
-  EXPECT_EQ(helpOf(type<Build>(), 26), expectedText("every_form_narrow.txt"));
-  EXPECT_EQ(helpOf(type<Build>(), 80, Visibility::hidden), expectedText("every_form_hidden.txt"));
+  using support::expectSnapshot;
+  expectSnapshot("ArgumentParser/every_form.txt", helpOf(type<Build>(), 60));
+  expectSnapshot("ArgumentParser/every_form_narrow.txt", helpOf(type<Build>(), 26));
+  expectSnapshot("ArgumentParser/every_form_hidden.txt", helpOf(type<Build>(), 80, Visibility::hidden));
   EXPECT_EQ(helpOf(type<Build>(), 0).find("USAGE: build"), 2u);
 }
 
@@ -134,7 +135,7 @@ struct Nest {
 };
 
 TEST(Help, ListsSubcommands) {
-  EXPECT_EQ(helpOf(type<Nest>(), 80), expectedText("subcommands.txt"));
+  support::expectSnapshot("ArgumentParser/subcommands.txt", helpOf(type<Nest>(), 80));
 }
 
 TEST(Help, CommandFollowsTheNames) {

@@ -10,6 +10,7 @@
 #include "ArgumentParser/ArgumentParser.h"
 #include "ArgumentParser/messages/MessageInfo.h"
 #include "ArgumentParser/parsing/CommandParser.h"
+#include "support/Cases.h"
 #include "support/Surroundings.h"
 #include "text/Unicode.h"
 
@@ -23,35 +24,18 @@ inline std::vector<std::string> words(std::string_view line) {
   return result;
 }
 
-/// The whole of a file of expectations beside this one.
-inline std::string expectedText(const std::string& name) {
-  return support::contentsOf(SOURCES "/expected/" + name);
-}
-
-/// A row of a table of expectations: a command line and what it comes to.
-struct Row {
-  std::string line, expected;
-};
-
-/// The rows of such a file, "LINE => EXPECTED" each; empty lines and those behind a "#" are none.
-inline std::vector<Row> expectedRows(const std::string& name) {
-  const std::string file = expectedText(name);
-  std::vector<Row> rows;
-  for (const std::string_view line : text::split(file, '\n')) {
-    if (line.empty() || line.starts_with('#')) continue;
-    const std::size_t arrow = line.find("=>");
-    rows.push_back({std::string(text::trimmed(line.substr(0, arrow))),
-                    std::string(text::trimmed(line.substr(arrow + 2)))});
-  }
-  EXPECT_FALSE(rows.empty()) << name;
-  return rows;
-}
-
 /// The end of a process: what it prints and its status.
 struct End {
   std::string text;
   int status = 0;
   std::string firstLine() const { return text.substr(0, text.find('\n')); }
+
+  /// Holds it against a case of a file.
+  void expect(const support::Case& expected) const {
+    const std::string& told = expected.isRow ? firstLine() : text;
+    EXPECT_EQ(told.empty() ? "" : told + "\n", expected.all(status == 0 ? "=" : "!"));
+    EXPECT_EQ(status, expected.status());
+  }
 };
 
 inline End endOf(const Outcome& outcome, const CommandTree& tree) {

@@ -157,13 +157,14 @@ TEST(Parsing, FillsFieldsOrTellsTheFault) {
       {"terminated", type<Positionals<Strategy::postTerminator>>()},
       {"captured", type<Positionals<Strategy::captureForPassthrough>>()},
       {"alone", type<Positionals<Strategy::captureForPassthrough, true>>()}};
-  for (const auto& [line, expected] : expectedRows("parsing.txt")) {
-    const std::string_view names = std::string_view(line).substr(0, line.find(' '));
-    const auto arguments = words(text::trimmed(std::string_view(line).substr(names.size())));
+  for (const support::Case& row : support::casesIn(SOURCES "/expected/parsing.txt", "=!")) {
+    const auto place = row.place();
+    auto arguments = words(row.input);
+    const std::string names = arguments.front();
+    arguments.erase(arguments.begin());
     for (const std::string_view name : text::split(names, ',')) {
-      const End actual = outcome(declarations.at(name), arguments);
-      EXPECT_EQ(actual.firstLine(), expected) << name << " of " << line;
-      EXPECT_EQ(actual.status, expected.starts_with("Error: ") ? 64 : 0) << name << " of " << line;
+      SCOPED_TRACE(name);
+      outcome(declarations.at(name), arguments).expect(row);
     }
   }
 }

@@ -69,7 +69,7 @@ struct Player {
 TEST(ToolInfo, IsWrittenWholeAndReadBack) {
   const CommandTree tree(type<Player>());
   const ToolInfoV0 info = makeToolInfo({&tree.root()});
-  EXPECT_EQ(dumpText(info), expectedText("dump.json"));
+  support::expectSnapshot("ArgumentParser/dump.json", dumpText(info));
   EXPECT_EQ(readToolInfo(dumpText(info)), info);
   EXPECT_EQ(outcome(type<Player>(), {"--experimental-dump-help"}).text, dumpText(info));
 

@@ -9,15 +9,15 @@ const std::string ping = R"({"id":9,"method":"ping"})", pong = R"({"jsonrpc":"2.
 
 TEST(Agent, IsAnsweredWhereItShouldBe) {
   Zelto zelto;
-  for (const Expectation& expected : expectationsIn(SOURCES "/agent.txt")) {
-    SCOPED_TRACE(expected.command);
-    const support::RawServer server(expected.responses());
+  for (const support::Case& expected : casesIn("agent.txt")) {
+    const auto place = expected.place();
+    const support::RawServer server(answers(expected));
     zelto.lookAt(server);
-    const auto outcome = zelto.shell("zelto mcp serve", expected.command + "\n" + expected.all("&"));
+    const auto outcome = zelto.shell("zelto mcp serve", expected.input + "\n" + expected.all("&"));
     EXPECT_EQ(outcome.output, expected.all("="));
     EXPECT_EQ(outcome.error, "[zelto-mcp] starting; control file: " + (zelto.home / "control.json") + "\n" +
                                  expected.all("!"));
-    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.status, expected.status());
     EXPECT_EQ(summary(server.requests()), expected.all(">"));
   }
 }
@@ -39,8 +39,8 @@ TEST(Agent, ReachesTheAPIWithEachTool) {
   const support::RawServer server({support::response("[true]")});
   zelto.lookAt(server);
   std::string calls, requests, replies;
-  for (const Expectation& expected : expectationsIn(SOURCES "/tools.txt")) {
-    calls += toolCall(expected.command);
+  for (const support::Case& expected : casesIn("tools.txt")) {
+    calls += toolCall(expected.input);
     requests += expected.all(">");
     replies += R"({"jsonrpc":"2.0","id":9,"result":{"content":[{"text":"[\n  true\n]","type":"text"}]}})";
     replies += "\n";

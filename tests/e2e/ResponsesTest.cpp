@@ -10,14 +10,13 @@ TEST(Responses, AreShownAsTheyCome) {
       "chmod +x bin/seen");
   support::writeFile(zelto.home / "script.sh", "uptime\n");
   support::writeFile(zelto.home / "blank.sh", " \n\u2003\n");
-  const auto expectations = expectationsIn(SOURCES "/responses.txt");
-  ASSERT_GT(expectations.size(), 80u);
-  for (const Expectation& expected : expectations) {
+  for (const support::Case& expected : casesIn("responses.txt")) {
+    const auto place = expected.place();
     for (const bool onTerminal : {false, true}) {
-      const support::RawServer server(expected.responses());
+      const support::RawServer server(answers(expected));
       zelto.lookAt(server);
       zelto.expect(expected, onTerminal);
-      EXPECT_EQ(summary(server.requests()), expected.all(">")) << expected.command;
+      EXPECT_EQ(summary(server.requests()), expected.all(">"));
     }
   }
 }
@@ -28,8 +27,10 @@ TEST(Responses, OfAProgramInItsBundleNeedNoApplication) {
     zelto.shell(
         "mkdir -p Zelto.app/Contents/SharedSupport; cp bin/zelto Zelto.app/Contents/SharedSupport/ZeltoCLI");
     zelto.shell("ln -sf ~/Zelto.app/Contents/SharedSupport/ZeltoCLI bin/zelto");
-    for (const Expectation& expected : expectationsIn(SOURCES "/bundle.txt"))
+    for (const support::Case& expected : casesIn("bundle.txt")) {
+      const auto place = expected.place();
       zelto.expect(expected, onTerminal);
+    }
   }
 }
 

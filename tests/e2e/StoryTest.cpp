@@ -23,15 +23,15 @@ TEST(Story, GoesTheSameInAPipeOnATerminalAndAsJSON) {
         json::parse(support::contentsOf(zelto.home / "Library/Application Support/Zelto/control.json"));
     ASSERT_TRUE(control && control->object());
     const std::string token = *control->object()->find("token")->string();
-    for (const Expectation& step : expectationsIn(SOURCES "/story.txt")) {
+    for (const support::Case& step : casesIn("story.txt")) {
+      const auto place = step.place();
       const std::string json = step.all("{"),
-                        command = filled(step.command, form) + (form == 'J' ? " --json" : "");
+                        command = filled(step.input, form) + (form == 'J' ? " --json" : ""),
+                        error = step.all("!");
       const auto outcome = zelto.shell(command, "", form == 'T');
       SCOPED_TRACE(command);
-      const std::string error = step.all("!6");
-      EXPECT_THAT(outcome.error, testing::StartsWith(error));
-      EXPECT_EQ(outcome.error.empty(), error.empty());
-      EXPECT_EQ(outcome.status, error.empty() ? 0 : step.all("6").empty() ? 1 : 64);
+      EXPECT_EQ(outcome.error, error);
+      EXPECT_EQ(outcome.status, step.status());
       EXPECT_THAT(outcome.output, Not(HasSubstr(token)));
       EXPECT_TRUE(form == 'T' || outcome.output.find('\x1b') == std::string::npos);
       if (form == 'J' && !json.empty()) {

@@ -30,18 +30,16 @@ TEST(Token, GoesToTheSocketAlone) {
   Traced zelto;
   if (zelto.shell("strace -o /dev/null true").status != 0)
     GTEST_SKIP() << "without strace nobody sees where the token goes";
-  for (const Expectation& expected : expectationsIn(SOURCES "/responses.txt")) {
-    const support::RawServer server(expected.responses());
+  for (const support::Case& each : casesIn("responses.txt")) {
+    const support::RawServer server(answers(each));
     zelto.lookAt(server);
-    zelto.shell(expected.command);
+    zelto.shell(each.input);
   }
   const support::RawServer server({support::response(R"({"error":"gone"})", 404), support::response("{}")});
   zelto.lookAt(server);
   std::string conversation;
-  for (const Expectation& expected : expectationsIn(SOURCES "/agent.txt"))
-    conversation += expected.command + "\n" + expected.all("&");
-  for (const Expectation& expected : expectationsIn(SOURCES "/tools.txt"))
-    conversation += toolCall(expected.command);
+  for (const support::Case& each : casesIn("agent.txt")) conversation += each.input + "\n" + each.all("&");
+  for (const support::Case& each : casesIn("tools.txt")) conversation += toolCall(each.input);
   zelto.shell("zelto mcp serve", conversation);
 
   zelto.script("launcher", "mv hidden.json control.json\n");

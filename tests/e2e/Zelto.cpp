@@ -1,9 +1,6 @@
 #include "e2e/Zelto.h"
 
-#include <algorithm>
 #include <regex>
-
-#include "text/Unicode.h"
 
 namespace zelto {
 namespace {
@@ -17,52 +14,30 @@ std::string replaced(std::string text, std::string_view what, std::string_view w
 
 }  // namespace
 
-std::string Expectation::all(std::string_view marks) const {
-  std::string texts;
-  for (const auto& [mark, text] : lines) {
-    if (marks.find(mark.front()) != marks.npos) texts += text + "\n";
-  }
-  return texts;
-}
-
-std::vector<std::string> Expectation::responses() const {
-  std::vector<std::string> result;
-  for (const auto& [mark, body] : lines) {
-    if (mark.front() != '<') continue;
-    const int status = mark == "<" ? 200 : std::atoi(mark.c_str() + 1);
-    result.push_back(status == 0 ? "" : support::response(body, status));
-  }
-  return result.empty() ? std::vector{support::response("{}")} : result;
-}
-
-void Zelto::expect(const Expectation& expected, bool onTerminal) const {
-  SCOPED_TRACE(expected.command);
-  const auto outcome = shell(expected.command, "", onTerminal);
-  const std::string error = expected.all("!");
+void Zelto::expect(const support::Case& expected, bool onTerminal) const {
+  const auto outcome = shell(expected.input, "", onTerminal);
   EXPECT_EQ(replaced(marked(outcome.output), home.path, "$HOME"),
             onTerminal ? expected.all("=+") : unmarked(expected.all("=-")));
-  EXPECT_EQ(replaced(outcome.error, home.path, "$HOME"), error.empty() ? "" : "Error: " + error);
-  EXPECT_EQ(outcome.status, error.empty() ? 0 : 1);
+  EXPECT_EQ(replaced(outcome.error, home.path, "$HOME"), expected.all("!"));
+  EXPECT_EQ(outcome.status, expected.status());
 }
 
-std::vector<Expectation> expectationsIn(const std::string& file) {
-  std::vector<Expectation> result;
-  std::map<std::string, std::string> named;
-  const std::string content = support::contentsOf(file);
-  for (const std::string_view line : text::split(content, '\n')) {
-    if (line.empty() || line.starts_with('#')) continue;
-    const std::string mark(line.substr(0, line.find(' ')));
-    std::string text(line.substr(std::min(mark.size() + 1, line.size())));
-    if (text.ends_with("·")) text.resize(text.size() - std::string_view("·").size());
-    if (mark == "$") {
-      result.push_back({text, {}});
-    } else if (mark.starts_with('@')) {
-      named[mark] = text;
-    } else {
-      result.back().lines.emplace_back(mark, mark == "<" && named.contains(text) ? named[text] : text);
-    }
+std::vector<support::Case> casesIn(const std::string& name) {
+  static const std::map<std::string, std::string_view> marks{{"agent.txt", "&<>=!"},
+                                                             {"bundle.txt", "=+-!"},
+                                                             {"responses.txt", "<>=+-!"},
+                                                             {"story.txt", "~{!"},
+                                                             {"tools.txt", ">"}};
+  return support::casesIn(SOURCES "/" + name, marks.at(name));
+}
+
+std::vector<std::string> answers(const support::Case& of) {
+  std::vector<std::string> result;
+  for (const auto& [mark, status, body] : of.lines) {
+    // The status 0 is that of a connection that ends without an answer.
+    if (mark == '<') result.push_back(status == 0 ? "" : support::response(body, status.value_or(200)));
   }
-  return result;
+  return result.empty() ? std::vector{support::response("{}")} : result;
 }
 
 std::string toolCall(const std::string& call) {

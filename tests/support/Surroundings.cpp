@@ -5,6 +5,8 @@
 #include <fstream>
 #include <iterator>
 
+#include <gtest/gtest.h>
+
 #include "json/JSONText.h"
 
 namespace support {
@@ -42,6 +44,13 @@ std::vector<std::vector<std::string>> rowsIn(const std::string& file) {
       rows.back().push_back(*text.string());
   }
   return rows;
+}
+
+void expectSnapshot(const std::string& name, const std::string& text) {
+  if (const char* directory = std::getenv("ZELTO_RENEWED_SNAPSHOTS"))
+    writeFile(directory + ("/" + name), text);
+  else
+    EXPECT_EQ(text, contentsOf(SNAPSHOTS "/" + name)) << name;
 }
 
 void writeFile(const std::string& path, const std::string& contents) {
