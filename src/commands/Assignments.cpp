@@ -1,9 +1,10 @@
 #include "commands/Assignments.h"
 
 #include <algorithm>
-#include <charconv>
+#include <cmath>
 
 #include "cli/CLIError.h"
+#include "text/Number.h"
 #include "text/Unicode.h"
 
 namespace zelto {
@@ -28,13 +29,11 @@ JSONValue coerceFieldValue(const std::string& text) {
   const std::string lower = text::lowercased(text);
   if (lower == "true" || lower == "yes") return true;
   if (lower == "false" || lower == "no") return false;
-  double number = 0;
-  // A number beyond the range of the type could not be sent: it stays a text, so that nothing is lost.
-  if (isPlainDecimal(text) &&
-      std::from_chars(text.data(), text.data() + text.size(), number).ec == std::errc{}) {
-    return number;
-  }
-  return text;
+  if (!isPlainDecimal(text)) return text;
+  const double number = text::floatingPoint<double>(text).value_or(0);
+  // A number that the type has no value near could not be sent: it stays a text, so that nothing is lost.
+  const bool isLost = std::isinf(number) || (number == 0 && text.find_first_of("123456789") != text.npos);
+  return isLost ? JSONValue(text) : JSONValue(number);
 }
 
 JSONObject parseAssignments(const std::vector<std::string>& assignments) {

@@ -2,15 +2,14 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
-#include <cstdlib>
 #include <numeric>
 #include <utility>
 
 #include <boost/json/basic_parser_impl.hpp>
 
 #include "text/Harmless.h"
+#include "text/Number.h"
 #include "text/Unicode.h"
 
 namespace json {
@@ -104,24 +103,18 @@ struct Builder {
     return std::in_range<std::int64_t>(value) ? push(static_cast<std::int64_t>(value)) : push(value);
   }
   /// The library's own conversion may be a unit in the last place off, so the digits are read again.
-  bool on_double(double, Text text, Error& error) {
-    const std::string digits = finish(text);
-    double value = 0;
-    const auto [end, failure] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
-    if (failure == std::errc::result_out_of_range && std::abs(approximate(digits)) < 1) return push(0.0);
-    if (failure != std::errc{} || end != digits.data() + digits.size()) {
+  bool on_double(double, Text digits, Error& error) {
+    const auto value = text::floatingPoint<double>(finish(digits));
+    if (!value || !std::isfinite(*value)) {
       error = boost::json::error::not_number;
       return false;
     }
-    return push(value);
+    return push(*value);
   }
   bool on_bool(bool value, Error&) { return push(value); }
   bool on_null(Error&) { return push(nullptr); }
   bool on_comment_part(Text, Error&) { return true; }
   bool on_comment(Text, Error&) { return true; }
-
-  /// Tells an underflow, which reads as 0, from an overflow, which is no number.
-  static double approximate(const std::string& digits) { return std::strtod(digits.c_str(), nullptr); }
 };
 
 /// "\u" and the four digits of a code point of the basic plane.

@@ -1,7 +1,6 @@
 #include "ArgumentParser/declarations/ArgumentValue.h"
 
 #include <charconv>
-#include <cstdlib>
 #include <string_view>
 
 #include "text/Number.h"
@@ -18,14 +17,9 @@ std::optional<std::uint64_t> unsignedInteger(const std::string& digits) {
 
 template <std::floating_point Number>
 std::optional<Number> floatingPoint(const std::string& digits) {
-  std::string_view rest = digits;
-  if (rest.starts_with('+') && !rest.starts_with("+-")) rest.remove_prefix(1);
-  Number value{};
-  const auto [end, error] = std::from_chars(rest.data(), rest.data() + rest.size(), value);
-  if (end != rest.data() + rest.size() || rest.empty()) return std::nullopt;
-  if (error == std::errc::result_out_of_range)
-    return static_cast<Number>(std::strtod(digits.c_str(), nullptr));
-  return error == std::errc{} ? std::optional(value) : std::nullopt;
+  std::string_view unsignedOrNegative = digits;
+  if (digits.starts_with('+') && !digits.starts_with("+-")) unsignedOrNegative.remove_prefix(1);
+  return text::floatingPoint<Number>(unsignedOrNegative);
 }
 
 template <std::floating_point Number>
