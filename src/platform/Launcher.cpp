@@ -27,8 +27,9 @@ struct Attributes {
   posix_spawnattr_t attributes{};
   Attributes() {
     sigset_t broken{};
-    ::sigemptyset(&broken);
-    ::sigaddset(&broken, SIGPIPE);
+    // Macros on macOS, so without "::".
+    sigemptyset(&broken);
+    sigaddset(&broken, SIGPIPE);
     ::posix_spawnattr_init(&attributes);
     ::posix_spawnattr_setsigdefault(&attributes, &broken);
     ::posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGDEF);

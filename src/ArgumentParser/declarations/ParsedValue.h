@@ -1,7 +1,6 @@
 // What a command line gave for one argument, before it is converted to the field's type.
 #pragma once
 
-#include <compare>
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -25,8 +24,12 @@ struct Index {
   std::optional<std::size_t> subIndex = std::nullopt;  ///< nothing for a whole argument
 
   bool isComplete() const { return !subIndex; }
-  /// By argument, a whole one before its characters.
-  friend auto operator<=>(const Index&, const Index&) = default;
+  friend bool operator==(const Index&, const Index&) = default;
+  /// By argument, a whole one before its characters. Not `<=>`, which `std::optional` lacks in libc++ 16.
+  friend bool operator<(const Index& left, const Index& right) {
+    return left.inputIndex != right.inputIndex ? left.inputIndex < right.inputIndex
+                                               : left.subIndex < right.subIndex;
+  }
 };
 
 /// One value given for a definition, where it was given and under which name. A flag's value is the number of
