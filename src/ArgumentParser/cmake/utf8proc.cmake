@@ -1,7 +1,10 @@
-# utf8proc, which comes without a package file everywhere: its archive if there is one, so that a program needs nothing
-# beside it.
+# utf8proc, which comes without a package file everywhere: its archive, so that a program needs nothing beside it. Who
+# wants the shared library says so.
 if(NOT TARGET zelto_utf8proc)
-  find_library(UTF8PROC_LIBRARY NAMES libutf8proc.a utf8proc REQUIRED)
+  find_library(UTF8PROC_LIBRARY NAMES libutf8proc.a)
+  if(NOT UTF8PROC_LIBRARY)
+    message(FATAL_ERROR "libutf8proc.a is not installed. To link a shared library instead, set UTF8PROC_LIBRARY to its path.")
+  endif()
   find_path(UTF8PROC_INCLUDE utf8proc.h REQUIRED)
   add_library(zelto_utf8proc UNKNOWN IMPORTED GLOBAL)
   set_target_properties(zelto_utf8proc PROPERTIES IMPORTED_LOCATION ${UTF8PROC_LIBRARY}
