@@ -12,6 +12,7 @@
 #include <unistd.h>
 
 #include "client/StartAPI.h"
+#include "platform/Connection.h"
 #include "platform/FileDescriptor.h"
 #include "platform/Files.h"
 #include "platform/Launcher.h"
@@ -130,7 +131,8 @@ class Server {
         if (requests.size() < answers.size()) bytes = answers[requests.size()];
         requests.push_back(std::move(request));
       }
-      static_cast<void>(::send(connection.get(), bytes.data(), bytes.size(), MSG_NOSIGNAL));
+      platform::secureSocket(connection.get());
+      static_cast<void>(platform::sendSome(connection.get(), bytes));
     }
   }
 

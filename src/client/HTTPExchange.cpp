@@ -21,7 +21,6 @@ MCPError unreachable(const std::string& reason, Cause cause = Cause::unreachable
 }
 
 /// Whole seconds as the socket takes them: cut toward zero, and no more than any system's time-out can hold.
-/// What a negative one means is the system's to say.
 long wholeSeconds(double timeout) {
   constexpr double most = std::numeric_limits<std::int32_t>::max();
   return static_cast<long>(std::clamp(timeout, -most, most));
@@ -67,6 +66,11 @@ std::int64_t statusIn(std::string_view head) {
 HTTPResponse exchange(const APICredentials& credentials, std::string_view method, std::string_view target,
                       std::string_view body, double timeout) {
   const long seconds = wholeSeconds(timeout);
+  const auto timedOut = [&] {
+    return unreachable("timed out after " + std::to_string(seconds) + "s", Cause::timedOut);
+  };
+  // Linux gives up at once under such a limit, and macOS refuses it, which would leave none.
+  if (seconds < 0) throw timedOut();
   std::string received;
   // Sending may run into the same limit as receiving; only the latter is reported as a time-out.
   bool isSent = false;
@@ -79,8 +83,7 @@ HTTPResponse exchange(const APICredentials& credentials, std::string_view method
     using Kind = platform::SystemError::Kind;
     if (error.kind == Kind::unresolved) throw unreachable("cannot resolve " + credentials.host);
     if (error.kind == Kind::refused) throw unreachable(error.what(), Cause::refused);
-    if (error.kind == Kind::timedOut && isSent)
-      throw unreachable("timed out after " + std::to_string(seconds) + "s", Cause::timedOut);
+    if (error.kind == Kind::timedOut && isSent) throw timedOut();
     throw unreachable(error.what());
   }
   const std::size_t end = received.find(headEnd);

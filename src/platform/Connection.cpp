@@ -43,25 +43,31 @@ Addresses resolve(const std::string& host, std::int64_t port) {
 FileDescriptor openSocket(const addrinfo& address) {
   FileDescriptor connection(::socket(address.ai_family, address.ai_socktype, address.ai_protocol));
   if (!connection) raiseLast();
-  ::fcntl(connection.get(), F_SETFD, FD_CLOEXEC);
-#ifdef SO_NOSIGPIPE
-  const int on = 1;
-  ::setsockopt(connection.get(), SOL_SOCKET, SO_NOSIGPIPE, &on, sizeof on);
-#endif
+  secureSocket(connection.get());
   return connection;
 }
 
-/// Sends some of `bytes`. A connection that the server has closed is an error here, never a signal.
-ssize_t sendSome(int connection, std::string_view bytes) {
-#ifdef MSG_NOSIGNAL
+}  // namespace
+
+void secureSocket(int socket) {
+  ::fcntl(socket, F_SETFD, FD_CLOEXEC);
+#ifdef SO_NOSIGPIPE  // setsockopt(2) of macOS
+  const int on = 1;
+  ::setsockopt(socket, SOL_SOCKET, SO_NOSIGPIPE, &on, sizeof on);
+#endif
+}
+
+ssize_t sendSome(int socket, std::string_view bytes) {
+#ifdef MSG_NOSIGNAL  // send(2) of Linux and POSIX.1-2008
   constexpr int flags = MSG_NOSIGNAL;
 #else
   constexpr int flags = 0;
 #endif
-  return ::send(connection, bytes.data(), bytes.size(), flags);
+  const auto count = ::send(socket, bytes.data(), bytes.size(), flags);
+  // What macOS says of a connection while it is being torn down.
+  if (count < 0 && errno == EPROTOTYPE) errno = EPIPE;
+  return count;
 }
-
-}  // namespace
 
 Connection::Connection(const std::string& host, std::int64_t port, long seconds) {
   // The first address alone is tried: who listens on a local address listens on one.

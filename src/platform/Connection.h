@@ -10,6 +10,13 @@
 
 namespace platform {
 
+/// Keeps the socket from children, and a write to it after its peer has gone from ending the process.
+void secureSocket(int socket);
+
+/// Sends some of `bytes` on a socket that has been secured. Returns how many, or -1 with `errno` set: EPIPE
+/// if the peer has gone.
+ssize_t sendSome(int socket, std::string_view bytes);
+
 /// A TCP connection that no child inherits.
 class Connection {
  public:

@@ -1,5 +1,6 @@
 #include "e2e/Zelto.h"
 
+#include <filesystem>
 #include <regex>
 
 namespace zelto {
@@ -28,7 +29,12 @@ std::vector<support::Case> casesIn(const std::string& name) {
                                                              {"responses.txt", "<>=+-!"},
                                                              {"story.txt", "~{!"},
                                                              {"tools.txt", ">"}};
-  return support::casesIn(SOURCES "/" + name, marks.at(name));
+  std::vector<support::Case> cases = support::casesIn(SOURCES "/" + name, marks.at(name));
+  // macOS has no device that is always full.
+  if (!std::filesystem::exists("/dev/full")) {
+    std::erase_if(cases, [](const auto& each) { return each.input.find("/dev/full") != std::string::npos; });
+  }
+  return cases;
 }
 
 std::vector<std::string> answers(const support::Case& of) {

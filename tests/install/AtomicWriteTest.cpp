@@ -172,7 +172,7 @@ TEST_F(AtomicWriteTest, LeavesTheOldFileAloneWhenAnyStepFails) {
 }
 
 TEST_F(AtomicWriteTest, KeepsModeAndOwnerAndReachesTheDiskInOrder) {
-  for (const mode_t mode : {0600, 0444, 04755}) {
+  for (const mode_t mode : {0600u, 0444u, 04755u}) {
     support::writeFile(file, old);
     const bool mayGiveAway = ::chown(file.c_str(), 12, 34) == 0;
     ::chmod(file.c_str(), mode);

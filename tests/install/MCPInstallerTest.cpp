@@ -1,7 +1,13 @@
+#include <csignal>
 #include <filesystem>
+#include <random>
 #include <regex>
+#include <thread>
 
 #include <gmock/gmock.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include "install/MCPInstaller.h"
 #include "platform/Log.h"
@@ -74,6 +80,31 @@ TEST_F(MCPInstallerTest, ChangesNothingButItsEntryInFilesOfPeople) {
     fs::remove_all(home.path);
   }
   EXPECT_EQ(files, 16);
+}
+
+TEST_F(MCPInstallerTest, LeavesTheOldFileOrTheNewWhenItIsKilled) {
+  const std::string old = "{ // mine\n}\n";
+  writeFile(file, old);
+  install(cursor, server);
+  const std::string after = contentsOf(file);
+  std::mt19937 random(1);
+  for (int round = 0; round < 50; ++round) {
+    writeFile(file, old);
+    ::chmod(file.c_str(), 0604);
+    const pid_t child = ::fork();
+    if (child == 0) {
+      for (;;) install(cursor, server), remove(cursor);
+    }
+    std::this_thread::sleep_for(std::chrono::microseconds(random() % 4000));
+    ::kill(child, SIGKILL);
+    ::waitpid(child, nullptr, 0);
+    EXPECT_THAT(contentsOf(file), testing::AnyOf(old, after));
+    EXPECT_EQ(fs::status(file).permissions(), fs::perms(0604));
+  }
+  // The next run takes away what a killed one has left.
+  writeFile(file, old);
+  install(cursor, server);
+  EXPECT_EQ(std::distance(fs::directory_iterator(home / ".cursor"), {}), 1);
 }
 
 TEST_F(MCPInstallerTest, FindsAgentsByTheirEvidence) {

@@ -49,7 +49,7 @@ TEST(JSONText, RefusesWhatIsNotStrictJSON) {
   for (const auto& [open, close] : {std::pair("[", ']'), std::pair("{\"a\":", '}')}) {
     const std::string deepest = nested(512, open, close);
     EXPECT_EQ(text(parse(deepest).value(), compact), deepest);
-    for (const std::size_t depth : {513, 1 << 20}) EXPECT_FALSE(parse(nested(depth, open, close)));
+    for (const std::size_t depth : {513u, 1u << 20}) EXPECT_FALSE(parse(nested(depth, open, close)));
   }
   EXPECT_FALSE(parseContainer("true") || parseContainer("\"{}\""));
   EXPECT_TRUE(parseContainer(" [] \n"));

@@ -17,12 +17,13 @@ using Lines = std::vector<std::string>;
 /// The lines of what is written piece by piece, each once the one before has been read.
 Lines linesOf(const std::vector<std::string>& pieces) {
   int ends[2];
+  EXPECT_EQ(::pipe(ends), 0);
   // Neither end may mistake a pipe that is empty or full for its end.
-  EXPECT_EQ(::pipe2(ends, O_NONBLOCK), 0);
+  for (const int each : ends) ::fcntl(each, F_SETFL, O_NONBLOCK);
   std::thread writer([&] {
     for (const std::string& piece : pieces) {
       EXPECT_TRUE(platform::writeAll(ends[1], piece));
-      for (int waiting = 1; waiting > 0; std::this_thread::yield()) ::ioctl(ends[1], FIONREAD, &waiting);
+      for (int waiting = 1; waiting > 0; std::this_thread::yield()) ::ioctl(ends[0], FIONREAD, &waiting);
     }
     ::close(ends[1]);
   });

@@ -12,7 +12,8 @@ namespace {
 
 TEST(Streams, WaitForWhatIsTypedIntoANonBlockingInput) {
   int ends[2];
-  ASSERT_EQ(::pipe2(ends, O_NONBLOCK), 0);
+  ASSERT_EQ(::pipe(ends), 0);
+  for (const int each : ends) ::fcntl(each, F_SETFL, O_NONBLOCK);
   const FileDescriptor input(::dup(STDIN_FILENO)), reading(ends[0]);
   ::dup2(reading.get(), STDIN_FILENO);
   std::thread typist([writing = FileDescriptor(ends[1])] {

@@ -1,14 +1,16 @@
 #include "support/Process.h"
 
 #include <csignal>
+#include <cstdlib>
 #include <stdexcept>
 #include <utility>
 #include <vector>
 
 #include <fcntl.h>
 #include <poll.h>
-#include <pty.h>
+#include <sys/ioctl.h>
 #include <sys/wait.h>
+#include <termios.h>
 #include <unistd.h>
 
 namespace support {
@@ -17,8 +19,11 @@ namespace {
 /// A terminal that passes on what is typed unchanged and does not echo it: its outer end, and the one that
 /// programs hold.
 void openTerminal(int (&ends)[2], const std::string& typed) {
+  ends[0] = ::posix_openpt(O_RDWR | O_NOCTTY);
+  if (::grantpt(ends[0]) != 0 || ::unlockpt(ends[0]) != 0) throw std::runtime_error("no terminal");
+  ends[1] = ::open(::ptsname(ends[0]), O_RDWR | O_NOCTTY);
   const winsize size{25, 80, 0, 0};
-  if (::openpty(&ends[0], &ends[1], nullptr, nullptr, &size) != 0) throw std::runtime_error("no terminal");
+  ::ioctl(ends[1], TIOCSWINSZ, &size);
   termios settings{};
   ::tcgetattr(ends[1], &settings);
   settings.c_lflag &= ~static_cast<tcflag_t>(ECHO);
@@ -55,7 +60,7 @@ Process::Process(const std::string& line, const std::map<std::string, std::strin
     ::dup2(typed ? outputs[1] : ::open("/dev/null", O_RDONLY), 0);
     ::dup2(outputs[1], 1);
     ::dup2(errors[1], 2);
-    ::closefrom(3);
+    for (int each = 3; each < 1024; ++each) ::close(each);
     ::execle("/bin/sh", "sh", "-c", line.c_str(), nullptr, pointers.data());
     ::_exit(127);
   }

@@ -8,6 +8,8 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include "platform/Connection.h"
+
 namespace support {
 namespace {
 
@@ -36,14 +38,15 @@ std::string response(const std::string& body, int status) {
 
 void sendBytes(int connection, const std::string& bytes) {
   for (std::size_t sent = 0; sent < bytes.size();) {
-    const auto count = ::send(connection, bytes.data() + sent, bytes.size() - sent, MSG_NOSIGNAL);
+    const auto count = platform::sendSome(connection, std::string_view(bytes).substr(sent));
     if (count <= 0) return;
     sent += static_cast<std::size_t>(count);
   }
 }
 
 RawServer::RawServer(Handler handler) {
-  listening = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  listening = ::socket(AF_INET, SOCK_STREAM, 0);
+  platform::secureSocket(listening);
   sockaddr_in address{};
   address.sin_family = AF_INET;
   address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
@@ -62,14 +65,17 @@ RawServer::RawServer(const std::vector<std::string>& responses)
       }) {}
 
 RawServer::~RawServer() {
-  // From now on accepting fails, which ends the thread.
-  ::shutdown(listening, SHUT_RDWR);
+  // One more connection wakes the thread; on macOS, shutting the socket down does not.
+  isOver = true;
+  const platform::Connection last("127.0.0.1", port, 0);
   thread.join();
   ::close(listening);
 }
 
 void RawServer::run(const Handler& handler) {
   for (int connection; (connection = ::accept(listening, nullptr, nullptr)) >= 0; ::close(connection)) {
+    if (isOver) break;
+    platform::secureSocket(connection);
     const std::string request = readRequest(connection);
     {
       const std::lock_guard lock(mutex);

@@ -2,6 +2,7 @@
 // sent.
 #pragma once
 
+#include <atomic>
 #include <functional>
 #include <mutex>
 #include <string>
@@ -39,6 +40,7 @@ class RawServer {
   void run(const Handler& handler);
 
   int listening = -1;
+  std::atomic<bool> isOver = false;
   mutable std::mutex mutex;
   std::vector<std::string> received;
   std::thread thread;

@@ -6,6 +6,7 @@
 #include <iterator>
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include "json/JSONText.h"
 
