@@ -12,6 +12,7 @@
 #include <unistd.h>
 
 #include "client/StartAPI.h"
+#include "client/SystemRoot.h"
 #include "platform/Connection.h"
 #include "platform/FileDescriptor.h"
 #include "platform/Files.h"
@@ -28,6 +29,7 @@ static const int report = ::dup(STDERR_FILENO);
 // In place of the library's own, whose files are then not linked: nothing that a fuzzer finds may start a
 // program of the machine or fill its log, and each input chooses what is a terminal.
 const char* const zelto::launcherPath = "";
+const char* const zelto::systemRoot = "~";
 
 namespace platform {
 std::optional<std::string> openURL(const std::string&, const std::string&,

@@ -4,6 +4,7 @@
 #include <optional>
 #include <stdexcept>
 
+#include "client/SystemRoot.h"
 #include "install/JSONCEditor.h"
 #include "json/JSONText.h"
 #include "platform/AtomicFile.h"
@@ -17,8 +18,15 @@ namespace {
 constexpr std::string_view memberKey = "zelto";
 constexpr platform::LogSource logSource{.subsystem = "com.mirrowfen.Zelto", .category = "MCPInstaller"};
 constexpr std::string_view temporaryPrefix = ".zelto-";
+/// Where the server is if the application is in its usual place.
+constexpr const char* usualServer = "/Applications/Zelto.app/Contents/SharedSupport/ZeltoCLI";
 /// More often than an editor saves in the time that an edit takes.
 constexpr int mostAttempts = 5;
+
+/// The path at which something is looked for.
+std::string located(const std::string& path) {
+  return platform::expandTilde(path.starts_with('/') ? systemRoot + path : path);
+}
 
 std::string quoted(std::string_view text) {
   std::string result;
@@ -111,9 +119,7 @@ void editLogged(const Client& client, Change change) {
 bool Client::isPresent() const {
   // A file that cannot be looked at may exist, so it counts as present; `install` then says what is wrong
   // with it.
-  const auto mayExist = [](const std::string& each) {
-    return !platform::isAbsent(platform::expandTilde(each));
-  };
+  const auto mayExist = [](const std::string& each) { return !platform::isAbsent(located(each)); };
   return mayExist(path) || std::any_of(evidence.begin(), evidence.end(), mayExist);
 }
 
@@ -161,7 +167,11 @@ const std::vector<Client>& clients() {
 
 std::string serverPath() {
   const auto bundle = platform::enclosingBundle(platform::executablePath());
-  return bundle.value_or("/Applications/Zelto.app") + "/Contents/SharedSupport/ZeltoCLI";
+  return bundle ? *bundle + "/Contents/SharedSupport/ZeltoCLI" : usualServer;
+}
+
+bool isRunnable(const std::string& server) {
+  return platform::isExecutableFile(server == usualServer ? located(server) : server);
 }
 
 std::string entryText(Style style, std::string_view server) {

@@ -47,6 +47,9 @@ struct InstallError : std::runtime_error {
 /// that of the application in its usual place. Whether anything is there is not looked at.
 std::string serverPath();
 
+/// Whether the server at that path can be started.
+bool isRunnable(const std::string& server);
+
 /// The JSON text of an entry that starts the server at `server`.
 std::string entryText(Style style, std::string_view server);
 

@@ -7,7 +7,6 @@
 #include "cli/Out.h"
 #include "install/MCPInstaller.h"
 #include "mcp/MCPServer.h"
-#include "platform/Files.h"
 #include "text/Unicode.h"
 
 namespace zelto {
@@ -81,7 +80,7 @@ ArgumentParser::Declaration Mcp::Status::declaration() {
 void Mcp::Status::run() const {
   options.apply();
   const std::string server = MCPInstaller::serverPath();
-  const bool isRunnable = platform::isExecutableFile(server);
+  const bool isRunnable = MCPInstaller::isRunnable(server);
   std::vector<std::string> names;
   JSONArray ids;
   for (const Client& client : installedClients()) {
@@ -138,7 +137,7 @@ void Mcp::Install::run() const {
   // Looked up once, so that what is written is what was checked.
   const std::string server = MCPInstaller::serverPath();
   forEachClient(client, Out::Deed::installed, [&](const Client& each) {
-    if (!platform::isExecutableFile(server)) throw MCPInstaller::InstallError::missingServer();
+    if (!MCPInstaller::isRunnable(server)) throw MCPInstaller::InstallError::missingServer();
     MCPInstaller::install(each, server);
     return each.name + Out::paint("  " + each.detail, Style::dim);
   });

@@ -108,7 +108,7 @@ TEST_F(MCPInstallerTest, LeavesTheOldFileOrTheNewWhenItIsKilled) {
 }
 
 TEST_F(MCPInstallerTest, FindsAgentsByTheirEvidence) {
-  const Client client{"id", "Name", "", "~/config", Style::zed, {home / "a", "~/b"}};
+  const Client client{"id", "Name", "", "~/config", Style::zed, {"/a", "~/b"}};
   remove(client);
   EXPECT_FALSE(client.isPresent() || fs::exists(home / "config"));
   fs::create_symlink("missing", home / "a");
