@@ -83,10 +83,12 @@ TEST_F(MCPInstallerTest, ChangesNothingButItsEntryInFilesOfPeople) {
 }
 
 TEST_F(MCPInstallerTest, LeavesTheOldFileOrTheNewWhenItIsKilled) {
-  const std::string old = "{ // mine\n}\n";
+  const std::string old = "{\n  // mine\n  \"x\": 1\n}\n";
   writeFile(file, old);
   install(cursor, server);
   const std::string after = contentsOf(file);
+  remove(cursor);
+  ASSERT_EQ(contentsOf(file), old);
   std::mt19937 random(1);
   for (int round = 0; round < 50; ++round) {
     writeFile(file, old);
