@@ -52,8 +52,8 @@ class MissingDirectories {
   std::size_t created = 0;           ///< from the outermost on
 };
 
-/// Locks the file until its last descriptor is closed, be it by a crash. False if somebody else holds the lock,
-/// or if the file system has no locks.
+/// Locks the file until its last descriptor is closed, be it by a crash. False if somebody else holds the
+/// lock, or if the file system has no locks.
 bool lock(int descriptor) {
   return uninterrupted([&] { return ::flock(descriptor, LOCK_EX | LOCK_NB); }) == 0;
 }
@@ -129,7 +129,7 @@ void removeLeftovers(const std::string& directory, std::string_view prefix) {
 
 /// Waits until the file is on the disk, not just in the disk's cache.
 bool flushToDisk(int descriptor) {
-#ifdef F_FULLFSYNC
+#ifdef F_FULLFSYNC  // fcntl(2) of macOS, whose fsync leaves bytes in the disk's cache
   if (::fcntl(descriptor, F_FULLFSYNC) == 0) return true;
 #endif
   return uninterrupted([&] { return ::fsync(descriptor); }) == 0;

@@ -39,7 +39,7 @@ std::string expandTilde(std::string_view path) {
 }
 
 std::string executablePath() {
-#ifdef __APPLE__
+#ifdef __APPLE__  // dyld(3)
   char path[PATH_MAX], resolved[PATH_MAX];
   std::uint32_t size = sizeof path;
   const bool isKnown = _NSGetExecutablePath(path, &size) == 0 && ::realpath(path, resolved) != nullptr;

@@ -37,22 +37,29 @@ struct AccessList {
   }
 };
 
+/// Whether that error says that the file system keeps no such thing. macOS has two numbers for it.
+bool meansNotKept(int error) {
+  return error == ENOTSUP || error == EOPNOTSUPP;
+}
+
 /// True if the file has an access list, which `to` then has as well. An empty one takes away what `to` may
 /// have inherited from its directory.
 bool copyAccessList(int from, int to, const std::string& path) {
   AccessList source(::acl_get_fd_np(from, ACL_TYPE_EXTENDED));
   const bool exists = source.list != nullptr;
-  if (!exists && errno != ENOENT && errno != ENOTSUP) refuse(path, "access list");
+  if (!exists && errno != ENOENT && !meansNotKept(errno)) refuse(path, "access list");
   if (!exists) source.list = ::acl_init(0);
-  if ((source.list == nullptr || ::acl_set_fd_np(to, source.list, ACL_TYPE_EXTENDED) != 0) &&
-      errno != ENOTSUP) {
-    refuse(path, "access list");
-  }
+  const bool done = source.list != nullptr && ::acl_set_fd_np(to, source.list, ACL_TYPE_EXTENDED) == 0;
+  if (!done && (exists || !meansNotKept(errno))) refuse(path, "access list");
   return exists;
 }
 
-void copyOtherAttributes(int from, int to, const struct stat& old, const std::string&) {
-  static_cast<void>(::fcopyfile(from, to, nullptr, COPYFILE_XATTR));
+void copyOtherAttributes(int from, int to, const struct stat& old, const std::string& path) {
+  // It goes on after an attribute that this user may not set, and then fails with that error.
+  if (::fcopyfile(from, to, nullptr, COPYFILE_XATTR) < 0 && errno != EPERM && errno != EACCES &&
+      !meansNotKept(errno)) {
+    refuse(path, "extended attributes");
+  }
   // The flags that keep a file from being replaced have done so by now; those of the system are not ours.
   static_cast<void>(::fchflags(to, old.st_flags & (UF_NODUMP | UF_HIDDEN)));
 }

@@ -125,7 +125,7 @@ class LinkWalk {
 }  // namespace
 
 FileState stateOf(const struct stat& status) {
-#ifdef __APPLE__
+#ifdef __APPLE__  // stat(2) of macOS
   const timespec &content = status.st_mtimespec, &attributes = status.st_ctimespec;
 #else
   const timespec &content = status.st_mtim, &attributes = status.st_ctim;

@@ -14,6 +14,8 @@ namespace platform {
 
 #ifdef __APPLE__
 
+// CFPropertyList of Apple's Core Foundation reference; reads every form of a property list.
+
 namespace {
 
 template <class Ref>
