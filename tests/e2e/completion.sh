@@ -113,11 +113,13 @@ zsh) pty 'zsh -f -i' "source $here/offers.zsh $work/lines $work/offers ${scripts
 fish) pty 'fish --no-config' "source $here/offers.fish $work/lines $work/offers ${scripts[*]}; exit"$'\n' ;;
 esac
 
+# bash 3.2 takes $'\n' within quotes as it stands.
+newline=$'\n'
 sorted() {
   LC_ALL=C sort -u
 }
 for i in "${!lines[@]}"; do
-  expected=$(sorted <<<"${expectations[i]// | /$'\n'}")
+  expected=$(sorted <<<"${expectations[i]// | /$newline}")
   got=$(awk -v line="== ${lines[i]}" '/^== / { on = $0 == line; next } on' "$work/offers")
   # Only where one was asked for does the description count.
   [[ $expected == *$'\t'* ]] || got=$(cut -f1 <<<"$got")

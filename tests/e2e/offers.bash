@@ -10,7 +10,7 @@ while IFS= read -r COMP_LINE; do
   COMP_CWORD=$((${#COMP_WORDS[@]} - 1))
   # "complete -o filenames -F FUNCTION COMMAND"
   read -ra registered <<<"$(complete -p "${COMP_WORDS[0]}")"
-  "${registered[-2]}" "${COMP_WORDS[0]}" "${COMP_WORDS[COMP_CWORD]}" "${COMP_WORDS[COMP_CWORD - 1]}"
+  "${registered[${#registered[@]} - 2]}" "${COMP_WORDS[0]}" "${COMP_WORDS[COMP_CWORD]}" "${COMP_WORDS[COMP_CWORD - 1]}"
   echo "== $COMP_LINE"
   ((${#COMPREPLY[@]} == 0)) || printf '%s\n' "${COMPREPLY[@]}"
 done
