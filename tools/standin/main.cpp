@@ -99,8 +99,10 @@ void requestStop(int) {
 // True if the server was asked to stop; waits for that up to `seconds`, for ever if negative.
 bool stopRequested(double seconds) {
   pollfd descriptor{stopPipe[0], POLLIN, 0};
+  // Only -1 is "for ever" on every system.
+  const int milliseconds = seconds < 0 ? -1 : static_cast<int>(seconds * 1000);
   int result = 0;
-  while ((result = poll(&descriptor, 1, static_cast<int>(seconds * 1000))) < 0) {
+  while ((result = poll(&descriptor, 1, milliseconds)) < 0) {
   }
   return result > 0;
 }
