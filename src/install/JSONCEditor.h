@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "install/Splice.h"
 #include "json/JSONValue.h"
 
 namespace zelto::JSONCEditor {
@@ -23,12 +24,13 @@ struct EditError : std::runtime_error {
 /// `text` with the JSON text `entry` under `key` in the object under `topKey`: in place of the value that is
 /// there, else as a new first member. Continuation lines of `entry` are indented like their surroundings. An
 /// empty text, or one of comments alone, gets a whole object. The keys stand in the text as given, without
-/// escaping. Raises `EditError` if the text, or what is under `topKey`, is no object.
-std::string set(std::string_view text, std::string_view topKey, std::string_view key, std::string_view entry);
+/// escaping. Like that of `remove`, the result views `text`. Raises `EditError` if the text, or what is under
+/// `topKey`, is no object.
+Splice set(std::string_view text, std::string_view topKey, std::string_view key, std::string_view entry);
 
 /// `text` without the member `key` of the object under `topKey`, and without that object if nothing else is
 /// in it; nothing if there is no such member.
-std::optional<std::string> remove(std::string_view text, std::string_view topKey, std::string_view key);
+std::optional<Splice> remove(std::string_view text, std::string_view topKey, std::string_view key);
 
 /// The object in the file at `path`, an empty one for a blank file; nothing if there is no file. Raises
 /// `EditError` for any other content, and `platform::SystemError` if the file cannot be read or looked for.

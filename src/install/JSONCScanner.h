@@ -24,37 +24,44 @@ struct Member {
   std::size_t end;
 };
 
-/// Reads blanked text, which must outlive it. Nothing here recurses, so deep nesting cannot exhaust the
-/// stack.
+/// Reads JSONC text, which must outlive it, as `blankComments` would leave it, mostly without making that
+/// copy: it passes over comments and trailing commas as over white space. Nothing here recurses, so deep
+/// nesting cannot exhaust the stack.
 class Scanner {
  public:
-  explicit Scanner(std::string_view blanked) : text(blanked) {}
+  explicit Scanner(std::string_view source) : text(source) {}
+  Scanner(const Scanner&) = delete;
 
-  /// The first position from `position` on that holds no white space; the text's length if there is none.
+  /// The first position from `position` on that holds no white space, no comment and no trailing comma; the
+  /// text's length if there is none.
   std::size_t skipWhitespace(std::size_t position) const;
-  /// The position after the last non-white character before `position`; 0 if there is none.
-  std::size_t trimmedEnd(std::size_t position) const;
   /// The first non-white character from `start` on, if it is a "{".
   std::optional<std::size_t> firstBrace(std::size_t start) const;
   /// The position after the value that begins at `start`; nothing if it does not end.
-  std::optional<std::size_t> valueEnd(std::size_t start) const;
+  std::optional<std::size_t> valueEnd(std::size_t start);
   /// The first member with that raw key, escapes not resolved, of the object that opens at `open`. Broken
   /// syntax ends the search, without an error.
-  std::optional<Member> findMember(std::size_t open, std::string_view key) const;
+  std::optional<Member> findMember(std::size_t open, std::string_view key);
   /// How many members the object that opens at `open` has, up to broken syntax.
-  std::size_t memberCount(std::size_t open) const;
+  std::size_t memberCount(std::size_t open);
 
-  /// Whether `character` stands at `position`.
+  /// Whether `character` stands at `position`, which is in no comment.
   bool holds(std::size_t position, char character) const {
     return position < text.size() && text[position] == character;
   }
 
  private:
+  std::size_t skipComment(std::size_t position) const;
+  std::size_t skipComments(std::size_t position) const;
+  bool holdsTrailingComma(std::size_t position) const;
+  std::size_t wordEnd(std::size_t start);
   std::optional<std::size_t> bracketEnd(std::size_t start) const;
-  std::optional<Member> memberAt(std::size_t position) const;
-  std::optional<Member> memberAfter(const Member& member) const;
+  std::optional<Member> memberAt(std::size_t position);
+  std::optional<Member> memberAfter(const Member& member);
+  void readBlanked();
 
-  std::string_view text;
+  std::string_view text;               ///< the source, or the copy
+  std::optional<std::string> blanked;  ///< the copy, once it is needed
 };
 
 }  // namespace zelto::JSONCEditor

@@ -36,9 +36,8 @@ std::string quoted(std::string_view text) {
 
 /// How the configuration files of one language are changed and read: the functions of that language's editor.
 struct Language {
-  std::string (*set)(std::string_view text, std::string_view topKey, std::string_view key,
-                     std::string_view entry);
-  std::optional<std::string> (*remove)(std::string_view text, std::string_view topKey, std::string_view key);
+  Splice (*set)(std::string_view text, std::string_view topKey, std::string_view key, std::string_view entry);
+  std::optional<Splice> (*remove)(std::string_view text, std::string_view topKey, std::string_view key);
   bool (*contains)(const std::string& path, std::string_view topKey, std::string_view key);
 };
 
@@ -86,16 +85,17 @@ Shape shapeOf(Style style) {
   throw std::logic_error("a style without a shape");
 }
 
-/// Puts what `change` makes of the client's configuration in its place; nothing, or an equal text, leaves the
-/// file untouched. A file that somebody else writes meanwhile is read again, so that their change stays.
+/// Puts what `change` makes of the client's configuration in its place; no change, or one that changes
+/// nothing, leaves the file untouched. A file that somebody else writes meanwhile is read again, so that
+/// their change stays.
 template <class Change>
 void edit(const Client& client, Change change) {
   for (int attempt = 0; attempt < mostAttempts; ++attempt) {
     const std::string file = realConfigFile(client.path);
     const auto old = platform::readTextFile(file);
-    const std::optional<std::string> changed = change(old ? old->text : std::string());
-    if (!changed || (old && *changed == old->text)) return;
-    if (platform::replaceFile(file, *changed, old, temporaryPrefix)) {
+    const std::optional<Splice> splice = change(old ? std::string_view(old->text) : std::string_view());
+    if (!splice || (old && splice->changesNothing())) return;
+    if (platform::replaceFile(file, splice->pieces(), old, temporaryPrefix)) {
       return platform::log(logSource, platform::LogLevel::info, "Wrote MCP entry to " + client.path);
     }
   }
@@ -191,13 +191,13 @@ void install(const Client& client, std::string_view server) {
   const Shape shape = shapeOf(client.style);
   const std::string entry = entryText(client.style, server);
   editLogged(client,
-             [&](const std::string& old) { return shape.language.set(old, shape.topKey, memberKey, entry); });
+             [&](std::string_view old) { return shape.language.set(old, shape.topKey, memberKey, entry); });
 }
 
 void remove(const Client& client) {
   const Shape shape = shapeOf(client.style);
   editLogged(client,
-             [&](const std::string& old) { return shape.language.remove(old, shape.topKey, memberKey); });
+             [&](std::string_view old) { return shape.language.remove(old, shape.topKey, memberKey); });
 }
 
 bool isInstalled(const Client& client) {

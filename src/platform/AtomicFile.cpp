@@ -145,15 +145,17 @@ bool isUnchanged(const std::string& path, const std::optional<TextFile>& old) {
 
 }  // namespace
 
-bool replaceFile(const std::string& path, std::string_view bytes, const std::optional<TextFile>& old,
-                 std::string_view temporaryPrefix) {
+bool replaceFile(const std::string& path, std::span<const std::string_view> pieces,
+                 const std::optional<TextFile>& old, std::string_view temporaryPrefix) {
   const std::string directory = directoryOf(path);
   MissingDirectories directories(directory);
   directories.create();
   removeLeftovers(directory, temporaryPrefix);
   // Until it has its final rights, nobody but this user may read it: it may replace a private file.
   TemporaryFile temporary(directory, temporaryPrefix, old ? 0600 : 0666, path);
-  if (!writeAll(temporary.descriptor(), bytes)) throw SystemError::file(path);
+  for (const std::string_view piece : pieces) {
+    if (!writeAll(temporary.descriptor(), piece)) throw SystemError::file(path);
+  }
   if (old) copyAttributes(old->descriptor.get(), temporary.descriptor(), path);
   if (!flushToDisk(temporary.descriptor())) throw SystemError::file(path);
   if (!isUnchanged(path, old)) return false;

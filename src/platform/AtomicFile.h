@@ -3,6 +3,7 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -10,9 +11,9 @@
 
 namespace platform {
 
-/// Puts a file that holds `bytes` at `path`, in place of the file that was read as `old`, or of none; missing
-/// directories are created. The bytes are on the disk when this returns. `path` is no symbolic link, which
-/// would be replaced itself.
+/// Puts a file that holds `pieces`, one after the other, at `path`, in place of the file that was read as
+/// `old`, or of none; missing directories are created. The bytes are on the disk when this returns. `path` is
+/// no symbolic link, which would be replaced itself.
 ///
 /// False, with nothing changed, if what stands at `path` now is not `old` any more: somebody else has written
 /// it. Raises `SystemError`, with nothing changed and nothing left over, if the system refuses, and where the
@@ -22,7 +23,7 @@ namespace platform {
 ///
 /// Meanwhile there is a file beside `path` whose name is `temporaryPrefix` and six letters or digits. Any
 /// that a killed process has left is removed too.
-bool replaceFile(const std::string& path, std::string_view bytes, const std::optional<TextFile>& old,
-                 std::string_view temporaryPrefix);
+bool replaceFile(const std::string& path, std::span<const std::string_view> pieces,
+                 const std::optional<TextFile>& old, std::string_view temporaryPrefix);
 
 }  // namespace platform

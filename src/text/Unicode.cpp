@@ -6,6 +6,8 @@
 
 #include <utf8proc.h>
 
+#include "text/Words.h"
+
 namespace text {
 namespace {
 
@@ -80,7 +82,7 @@ bool isUTF8(std::string_view bytes) {
   for (std::size_t at = 0; at < bytes.size();) {
     const CodePoint current = firstCodePoint(bytes.substr(at));
     if (!current.valid) return false;
-    at += current.length;
+    at = skipWords(bytes, at + current.length, [](Word word) { return isASCII(word); });
   }
   return true;
 }

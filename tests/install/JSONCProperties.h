@@ -78,9 +78,12 @@ inline std::string commentsOf(const std::string& text) {
 inline std::string broken(const std::string& text) {
   using namespace zelto::JSONCEditor;
   const auto install = [](const std::string& old) {
-    return set(old, "mcpServers", "zelto", "{\n\"a\": [1]}");
+    return set(old, "mcpServers", "zelto", "{\n\"a\": [1]}").applied();
   };
-  const auto uninstall = [](const std::string& old) { return remove(old, "mcpServers", "zelto"); };
+  const auto uninstall = [](const std::string& old) {
+    const auto splice = remove(old, "mcpServers", "zelto");
+    return splice ? std::optional(splice->applied()) : std::nullopt;
+  };
   const Value before = reading(text);
   const auto readsAlike = [&before](const std::string& other) {
     const Value after = reading(other);
@@ -108,7 +111,7 @@ inline std::string broken(const std::string& text) {
   const auto undone = uninstall(changed);
   if (!undone || !readsAlike(*undone)) return "remove undoes set";
   if (removed) return *undone == *removed ? "" : "set replaces the entry alone";
-  if (Scanner(blanked).firstBrace(0) && !cuts(changed, text)) return "set inserts one stretch";
+  if (Scanner(text).firstBrace(0) && !cuts(changed, text)) return "set inserts one stretch";
   if (before && commentsOf(changed) != commentsOf(text)) return "set keeps comments";
   // With equal keys, or one in escapes, a parser may look at another member than the editor.
   const bool clear = text.find("mcpServers") == text.rfind("mcpServers") && text.find('\\') == text.npos;
