@@ -1,9 +1,12 @@
 #include "support/Cases.h"
 
+#include <cstdlib>
 #include <fstream>
 #include <map>
 #include <regex>
 #include <stdexcept>
+
+#include "support/Surroundings.h"
 
 namespace support {
 
@@ -67,6 +70,13 @@ std::vector<Case> casesIn(const std::string& file, std::string_view marks) {
   }
   if (cases.empty()) throw std::runtime_error(file + ": no cases");
   return cases;
+}
+
+void expectSnapshot(const std::string& name, const std::string& text) {
+  if (const char* directory = std::getenv("ZELTO_RENEWED_SNAPSHOTS"))
+    writeFile(directory + ("/" + name), text);
+  else
+    EXPECT_EQ(text, contentsOf(SNAPSHOTS "/" + name)) << name;
 }
 
 }  // namespace support

@@ -1,4 +1,5 @@
-// The files of cases: what goes into a run, and what must come of it. tests/README.md lists their marks.
+// The files of cases, which tell what goes into a run and what must come of it (tests/README.md lists their
+// marks), and snapshots.
 #pragma once
 
 #include <optional>
@@ -33,5 +34,9 @@ struct Case {
 /// The cases of a file in which these marks have a meaning. Throws std::runtime_error, with file and line,
 /// for what else is in it.
 std::vector<Case> casesIn(const std::string& file, std::string_view marks);
+
+/// Holds the text against the file of that name in tests/snapshots. If $ZELTO_RENEWED_SNAPSHOTS names a
+/// directory, writes the text there instead.
+void expectSnapshot(const std::string& name, const std::string& text);
 
 }  // namespace support

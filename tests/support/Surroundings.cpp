@@ -5,7 +5,6 @@
 #include <fstream>
 #include <iterator>
 
-#include <gtest/gtest.h>
 #include <unistd.h>
 
 #include "json/JSONText.h"
@@ -45,13 +44,6 @@ std::vector<std::vector<std::string>> rowsIn(const std::string& file) {
       rows.back().push_back(*text.string());
   }
   return rows;
-}
-
-void expectSnapshot(const std::string& name, const std::string& text) {
-  if (const char* directory = std::getenv("ZELTO_RENEWED_SNAPSHOTS"))
-    writeFile(directory + ("/" + name), text);
-  else
-    EXPECT_EQ(text, contentsOf(SNAPSHOTS "/" + name)) << name;
 }
 
 void writeFile(const std::string& path, const std::string& contents) {

@@ -37,10 +37,6 @@ std::string contentsOf(const std::string& path);
 /// The rows of a table: a JSON file that holds an array of arrays of texts.
 std::vector<std::vector<std::string>> rowsIn(const std::string& file);
 
-/// Holds the text against the file of that name in tests/snapshots. If $ZELTO_RENEWED_SNAPSHOTS names a
-/// directory, writes the text there instead.
-void expectSnapshot(const std::string& name, const std::string& text);
-
 /// Writes the file, creating its directory.
 void writeFile(const std::string& path, const std::string& contents);
 
