@@ -1,11 +1,14 @@
-# argument_parser_manual(TARGET <program> [TEXTS <file>] [DATE <date>] [SECTION <n>] [EACH] [MARKDOWN])
+# argument_parser_manual(TARGET <program> [NAME <name>] [TEXTS <file>] [DATE <date>] [SECTION <n>] [EACH] [MARKDOWN])
 #
-# Writes the manual page of a program, <program>.<n> in the current build directory, with the target "all": from its
-# declarations and from what only people can write (see Manual.h for the form of TEXTS). EACH makes a page for each
-# command, MARKDOWN a reference <program>.md as well. DATE is "2026-11-23"; without one it is the day of the build, or
+# Writes the manual page of a program, <name>.<n> in the current build directory, with the target "all": from its
+# declarations and from what only people can write (see Manual.h for the form of TEXTS). NAME is the name of its root
+# command, by default that of the target. EACH makes a page for each command, MARKDOWN a reference <name>.md as well. DATE is "2026-11-23"; without one it is the day of the build, or
 # what SOURCE_DATE_EPOCH says.
 function(argument_parser_manual)
-  cmake_parse_arguments(PARSE_ARGV 0 manual "EACH;MARKDOWN" "TARGET;TEXTS;DATE;SECTION" "")
+  cmake_parse_arguments(PARSE_ARGV 0 manual "EACH;MARKDOWN" "TARGET;NAME;TEXTS;DATE;SECTION" "")
+  if(NOT manual_NAME)
+    set(manual_NAME ${manual_TARGET})
+  endif()
   if(NOT manual_SECTION)
     set(manual_SECTION 1)
   endif()
@@ -20,13 +23,13 @@ function(argument_parser_manual)
   if(manual_EACH)
     list(APPEND options --each)
   endif()
-  set(page ${CMAKE_CURRENT_BINARY_DIR}/${manual_TARGET}.${manual_SECTION})
-  set(dump ${CMAKE_CURRENT_BINARY_DIR}/${manual_TARGET}.dump.json)
+  set(page ${CMAKE_CURRENT_BINARY_DIR}/${manual_NAME}.${manual_SECTION})
+  set(dump ${CMAKE_CURRENT_BINARY_DIR}/${manual_NAME}.dump.json)
   set(outputs ${page})
   set(reference)
   if(manual_MARKDOWN)
     set(reference COMMAND ArgumentParser::argument-parser-manual --markdown ${options} ${dump})
-    list(APPEND outputs ${CMAKE_CURRENT_BINARY_DIR}/${manual_TARGET}.md)
+    list(APPEND outputs ${CMAKE_CURRENT_BINARY_DIR}/${manual_NAME}.md)
   endif()
   add_custom_command(OUTPUT ${outputs}
     COMMAND $<TARGET_FILE:${manual_TARGET}> --experimental-dump-help > ${dump}

@@ -51,7 +51,7 @@ std::string filledLines(std::string_view text) {
   };
   for (const std::string_view each : text::split(text, ' ')) {
     if (each.empty()) continue;
-    if (!line.empty() && line.size() + each.size() > lineWidth) end();
+    if (!line.empty() && line.size() + escaped(each).size() > lineWidth) end();
     const bool isControl = line.empty() && (each.front() == '.' || each.front() == '\'');
     line += (line.empty() ? (isControl ? "\\&" : "") : " ") + escaped(each);
     if (endsSentence(each)) end();
