@@ -31,7 +31,8 @@ A stand-in for the application: the local API over rules in memory.
 
 ZELTO_CONTROL_FILE is where the address and the token are announced, by default
 ~/Library/Application Support/Zelto/control.json. ZELTO_STANDIN_START_DELAY is a
-start delay that open heeds too.
+start delay that open heeds too. With ZELTO_STANDIN_RECENT set, the events that
+it begins with are minutes and hours old, not of a fixed day.
 )";
 
 [[noreturn]] void raise(const std::string& what) {
