@@ -1,0 +1,113 @@
+# Writes zelto-mcp.7 and zelto-mcp.md in the current directory: the tools that the server offers, from its own reply to
+# tools/list, then the texts of TEXTS.
+# cmake -D PROGRAM=<ZeltoCLI> -D GENERATOR=<argument-parser-manual> -D TEXTS=<file> -D DATE=<date> -P mcp-manual.cmake
+file(WRITE zelto-mcp.request "{\"jsonrpc\":\"2.0\",\"id\":1,\"method\":\"tools/list\"}\n")
+execute_process(COMMAND ${PROGRAM} mcp serve INPUT_FILE zelto-mcp.request OUTPUT_VARIABLE reply ERROR_QUIET
+  COMMAND_ERROR_IS_FATAL ANY)
+
+# one_line(<variable> <text>): the text with a blank for each line break.
+function(one_line variable text)
+  string(REPLACE "\n" " " text "${text}")
+  set(${variable} "${text}" PARENT_SCOPE)
+endfunction()
+
+# member(<variable> <JSON> <key>...): the member's text, empty if there is none.
+function(member variable json)
+  string(JSON found ERROR_VARIABLE missing GET "${json}" ${ARGN})
+  if(missing)
+    set(found "")
+  endif()
+  one_line(found "${found}")
+  set(${variable} "${found}" PARENT_SCOPE)
+endfunction()
+
+# last_index(<variable> <JSON> <key>...): the index of the last member, -1 if there is none.
+function(last_index variable json)
+  string(JSON length ERROR_VARIABLE missing LENGTH "${json}" ${ARGN})
+  if(missing)
+    set(length 0)
+  endif()
+  math(EXPR length "${length} - 1")
+  set(${variable} ${length} PARENT_SCOPE)
+endfunction()
+
+# argument_text(<variable> <property>): what there is to say of an argument: its type, its values, and what is said of it.
+function(argument_text variable property)
+  member(text "${property}" type)
+  last_index(last "${property}" enum)
+  if(last GREATER_EQUAL 0)
+    set(text "")
+    foreach(index RANGE ${last})
+      member(value "${property}" enum ${index})
+      string(APPEND text "${value}")
+      if(index LESS last)
+        string(APPEND text ", ")
+      endif()
+    endforeach()
+  endif()
+  member(default "${property}" default)
+  if(NOT default STREQUAL "")
+    string(APPEND text ", default ${default}")
+  endif()
+  member(description "${property}" description)
+  if(NOT description STREQUAL "")
+    string(APPEND text "; ${description}")
+  endif()
+  set(${variable} "${text}" PARENT_SCOPE)
+endfunction()
+
+set(tools "# Tools\nArguments that a tool cannot do without are marked with a star.\n\n")
+set(fields "# Rule fields\nWhat zelto_create_rule and zelto_update_rule set on a rule.\n\n")
+last_index(last_tool "${reply}" result tools)
+foreach(tool RANGE ${last_tool})
+  string(JSON json GET "${reply}" result tools ${tool})
+  member(name "${json}" name)
+  member(description "${json}" description)
+  string(APPEND tools "- ${name}: ${description}\n")
+  member(required "${json}" inputSchema required)
+  last_index(last "${json}" inputSchema properties)
+  set(arguments "")
+  if(last GREATER_EQUAL 0)
+    foreach(index RANGE ${last})
+      string(JSON key MEMBER "${json}" inputSchema properties ${index})
+      string(JSON property GET "${json}" inputSchema properties ${key})
+      argument_text(text "${property}")
+      set(star "")
+      if(required MATCHES "\"${key}\"")
+        set(star "*")
+      endif()
+      if(name STREQUAL "zelto_create_rule")
+        string(APPEND fields "- ${key}${star}: ${text}\n")
+      elseif(NOT name STREQUAL "zelto_update_rule" OR star)
+        string(APPEND arguments " ${key}${star} (${text})")
+      endif()
+    endforeach()
+  endif()
+  if(name MATCHES "^zelto_(create|update)_rule$")
+    string(APPEND arguments " the fields of a rule, see below.")
+  endif()
+  if(arguments)
+    string(APPEND tools "  Arguments:${arguments}\n")
+  endif()
+endforeach()
+
+file(READ ${TEXTS} texts)
+file(WRITE zelto-mcp.texts "${tools}\n${fields}\n${texts}")
+file(WRITE zelto-mcp.dump.json [=[
+{"serializationVersion": 0, "command": {"superCommands": ["zelto"], "commandName": "mcp", "shouldDisplay": true,
+  "abstract": "Tools with which an agent controls Zelto", "discussion": "The server speaks the Model Context Protocol
+on standard input and output, and serves these tools. Each makes one call to the API of the running application; when
+that is off, zelto_start_server starts it.", "aliases": [], "arguments": [], "subcommands": []}}
+]=])
+file(READ zelto-mcp.dump.json dump)
+one_line(dump "${dump}")
+file(WRITE zelto-mcp.dump.json "${dump}")
+foreach(form "--section;7" "--markdown")
+  execute_process(COMMAND ${GENERATOR} --date ${DATE} --texts zelto-mcp.texts ${form} zelto-mcp.dump.json
+    COMMAND_ERROR_IS_FATAL ANY)
+endforeach()
+# The page is on the server, which is started by a command below.
+file(READ zelto-mcp.7 page)
+string(REPLACE ".Nm \\&zelto Cm \\&mcp\n" ".Nm \\&zelto Cm \\&mcp Cm \\&serve\n" page "${page}")
+file(WRITE zelto-mcp.7 "${page}")
+file(RENAME mcp.md zelto-mcp.md)
