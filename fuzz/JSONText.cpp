@@ -53,10 +53,11 @@ bool isSame(const JSONValue& ours, const boost::json::value& theirs) {
     return theirs.is_string() && *string == std::string_view(theirs.get_string());
   if (const auto* boolean = ours.boolean()) return theirs.is_bool() && *boolean == theirs.get_bool();
   if (ours.isNull()) return theirs.is_null();
-  if (theirs.is_double() || ours.floatingPoint() != nullptr)
-    return theirs.is_number() && isNear(ours.number(), theirs.to_number<double>());
-  if (theirs.is_uint64()) return std::get<std::uint64_t>(ours.data) == theirs.get_uint64();
-  return theirs.is_int64() && ours.exactInteger() == theirs.get_int64();
+  const json::JSONNumber number = *ours.number();
+  if (theirs.is_double() || number.floatingPoint())
+    return theirs.is_number() && isNear(number.real(), theirs.to_number<double>());
+  if (theirs.is_uint64()) return number == json::JSONNumber(theirs.get_uint64());
+  return theirs.is_int64() && number == json::JSONNumber(theirs.get_int64());
 }
 
 /// Whether a number in it may be beyond what a number can be.
@@ -69,18 +70,19 @@ bool holdsHuge(const boost::json::value& value) {
 }
 
 /// Both forms of a number are its value, and plain digits where other tools print them.
-void checkNumber(const JSONValue& number) {
-  const double value = number.number(), size = std::abs(value);
-  for (const std::string& digits : {json::numberText(number), *json::text(number, json::compact)}) {
+void checkNumber(const json::JSONNumber& number) {
+  const double value = number.real(), size = std::abs(value);
+  for (const std::string& digits : {number.text(), *json::text(number, json::compact)}) {
     const auto read = json::parse(digits);
-    fuzz::expect(read && read->number() == value, "a number's digits read as the number", digits);
+    fuzz::expect(read && read->number() && read->number()->real() == value,
+                 "a number's digits read as the number", digits);
     const bool isPlain = digits.find('e') == digits.npos;
     fuzz::expect(isPlain || size < 1e-6 || size > 0x1p53, "a number of common size has plain digits", digits);
   }
 }
 
 void checkNumbers(const JSONValue& value) {
-  if (value.isNumber()) checkNumber(value);
+  if (const auto* number = value.number()) checkNumber(*number);
   if (const auto* array = value.array()) {
     for (const JSONValue& element : *array) checkNumbers(element);
   }
@@ -93,7 +95,8 @@ void checkNumbers(const JSONValue& value) {
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
   const std::string_view text(reinterpret_cast<const char*>(data), size);
-  const auto value = json::parse(text);
+  const auto document = json::JSONDocument::parse(text);
+  const auto value = document ? std::optional(JSONValue(document->root())) : std::nullopt;
   const auto expected = independentlyRead(text);
   fuzz::expect(!value || (expected && isSame(*value, *expected)), "the value is what stands there", text);
   fuzz::expect(value || !expected || holdsHuge(*expected), "what is JSON parses", text);
@@ -107,6 +110,8 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
       const auto again = written ? json::parse(*written) : std::nullopt;
       fuzz::expect(again && isSame(*again, *expected), "what is written reads the same", text);
       fuzz::expect(json::text(*again, style) == written, "what is read is written the same", text);
+      fuzz::expect(json::text(*document, style) == written, "what is read and a copy are written the same",
+                   text);
       fuzz::expectUTF8(*written, "what is written");
     }
     const std::string line = *json::text(*value, json::compact);

@@ -102,7 +102,8 @@ std::string withoutStyles(std::string_view output) {
 /// The JSON that the last of `used` answers comes to.
 json::JSONValue answered(const std::vector<std::string>& answers, std::size_t used) {
   const std::string& last = answers[used - 1];
-  return json::parseContainer(last.substr(last.find("\r\n\r\n") + 4)).value_or(json::JSONObject());
+  const auto value = json::parse(last.substr(last.find("\r\n\r\n") + 4));
+  return value && (value->array() || value->object()) ? *value : json::JSONObject();
 }
 
 }  // namespace

@@ -12,7 +12,7 @@ namespace zelto {
 namespace {
 
 /// Starts the API and makes the call again.
-JSONValue callAfterStart(const APIRequest& request) {
+JSONDocument callAfterStart(const APIRequest& request) {
   platform::printError("Starting Zelto's local API…\n");
   try {
     ensureAPIRunning(timeouts::start);
@@ -25,7 +25,7 @@ JSONValue callAfterStart(const APIRequest& request) {
 
 }  // namespace
 
-JSONValue cliCall(APIRequest request) {
+JSONDocument cliCall(APIRequest request) {
   if (!request.timeout) request.timeout = settings.requestTimeout;
   try {
     return apiCall(request);
@@ -36,14 +36,14 @@ JSONValue cliCall(APIRequest request) {
   return callAfterStart(request);
 }
 
-JSONObject expectObject(JSONValue value) {
-  if (auto* object = value.object()) return std::move(*object);
-  throw CLIError("expected an object from the API, got " + std::string(value.kindName()));
+JSONDocument expectObject(JSONDocument answer) {
+  if (answer.root().isObject()) return answer;
+  throw CLIError("expected an object from the API, got " + std::string(nameOf(answer.root().kind())));
 }
 
-JSONArray expectList(JSONValue value) {
-  if (isListOfObjects(value)) return std::move(*value.array());
-  throw CLIError("expected a list from the API, got " + std::string(value.kindName()));
+JSONDocument expectList(JSONDocument answer) {
+  if (isListOfObjects(answer)) return answer;
+  throw CLIError("expected a list from the API, got " + std::string(nameOf(answer.root().kind())));
 }
 
 }  // namespace zelto

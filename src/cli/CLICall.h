@@ -9,12 +9,12 @@ namespace zelto {
 /// `apiCall`. On finding the API off, says so on standard error, starts it and repeats the call once. A
 /// request without a time-out gets the one of the settings. Raises `CLIError` with the message of the
 /// `MCPError` that ended it.
-JSONValue cliCall(APIRequest request);
+JSONDocument cliCall(APIRequest request);
 
-/// The object that `value` is. Raises `CLIError` "expected an object from the API, got " and its kind.
-JSONObject expectObject(JSONValue value);
+/// `answer`, which is an object. Raises `CLIError` "expected an object from the API, got " and its kind.
+JSONDocument expectObject(JSONDocument answer);
 
-/// The list of objects that `value` is. Raises `CLIError` "expected a list from the API, got " and its kind.
-JSONArray expectList(JSONValue value);
+/// `answer`, which is a list of objects. Raises `CLIError` "expected a list from the API, got " and its kind.
+JSONDocument expectList(JSONDocument answer);
 
 }  // namespace zelto

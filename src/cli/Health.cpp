@@ -5,6 +5,15 @@
 #include "client/Wire.h"
 
 namespace zelto {
+namespace {
+
+/// A count without its fraction.
+std::string wholeNumberIn(JSONView object, std::string_view key) {
+  const auto number = object[key].number();
+  return std::to_string(number ? number->integer() : 0);
+}
+
+}  // namespace
 
 ArgumentParser::Declaration Health::declaration() {
   return ArgumentParser::command<Health>({.abstract = "Whether Zelto is running, and what it is running"},
@@ -13,12 +22,12 @@ ArgumentParser::Declaration Health::declaration() {
 
 void Health::run() const {
   options.apply();
-  const JSONObject health = expectObject(cliCall({"GET", "/health"}));
+  const JSONDocument health = expectObject(cliCall({"GET", "/health"}));
   if (settings.jsonMode) return Out::json(health);
   Out::fields({{"version", Out::text(health, "version")},
                {"profile", Out::text(health, "activeProfile")},
-               {"rules", std::to_string(memberOf(health, "ruleCount").integer()) + " (" +
-                             std::to_string(memberOf(health, "visibleRuleCount").integer()) + " visible)"},
+               {"rules", wholeNumberIn(health, "ruleCount") + " (" +
+                             wholeNumberIn(health, "visibleRuleCount") + " visible)"},
                {"api", flagIn(health, "running") ? Out::paint("running", Out::Style::green)
                                                  : Out::paint("off", Out::Style::yellow)}});
 }

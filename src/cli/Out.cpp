@@ -29,6 +29,15 @@ std::size_t widthOf(const Column& column) {
   return width;
 }
 
+/// For each form that JSON comes in.
+template <class Value>
+void printJSON(const Value& value) {
+  json::Style style = json::pretty;
+  style.escapesControls = platform::outputIsTerminal();
+  json::write(value, style, platform::printHarmless);
+  platform::printHarmless("\n");
+}
+
 }  // namespace
 
 void Table::row(std::initializer_list<StyledText> cells) {
@@ -143,31 +152,40 @@ void section(const StyledText& title) {
 }
 
 void json(const JSONValue& value) {
-  json::Style style = json::pretty;
-  style.escapesControls = platform::outputIsTerminal();
-  std::string text;
-  const auto print = [](std::string& written) {
-    platform::printHarmless(written);
-    written.clear();
-  };
-  json::write(value, style, text, print);
-  print(text += '\n');
+  printJSON(value);
 }
 
-std::string text(const JSONValue& value) {
-  if (const auto* string = value.string()) return *string;
-  if (const auto* boolean = value.boolean()) return *boolean ? "yes" : "no";
-  if (value.isNumber()) return json::numberText(value);
-  if (const auto* array = value.array()) {
-    std::vector<std::string> texts;
-    for (const JSONValue& element : *array) texts.push_back(text(element));
-    return text::joined(texts, ", ");
+void json(JSONView value) {
+  printJSON(value);
+}
+
+void json(const std::vector<JSONView>& elements) {
+  printJSON(elements);
+}
+
+std::string text(JSONView value) {
+  switch (value.kind()) {
+    case json::Kind::null:
+      return {};
+    case json::Kind::boolean:
+      return *value.boolean() ? "yes" : "no";
+    case json::Kind::number:
+      return value.number()->text();
+    case json::Kind::string:
+      return std::string(*value.string());
+    case json::Kind::array: {
+      std::vector<std::string> texts;
+      for (const JSONView element : value.elements()) texts.push_back(text(element));
+      return text::joined(texts, ", ");
+    }
+    case json::Kind::object:
+      return json::text(value, json::compact);
   }
-  return value.object() ? json::text(value, json::compact).value_or(std::string()) : std::string();
+  return {};
 }
 
-std::string text(const JSONObject& object, std::string_view key) {
-  return text(memberOf(object, key));
+std::string text(JSONView object, std::string_view key) {
+  return text(object[key]);
 }
 
 std::string time(const std::string& stamp) {

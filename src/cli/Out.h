@@ -78,12 +78,16 @@ void section(const StyledText& title);
 /// Prints a value as JSON, pretty, keys sorted, never styled; what a terminal would obey is escaped there.
 /// Its numbers are finite, as those of parsed JSON are.
 void json(const JSONValue& value);
+/// The same for what the API has answered.
+void json(JSONView value);
+/// The same for some elements of a list, as a list.
+void json(const std::vector<JSONView>& elements);
 
 /// The plain text of a value: "yes" and "no", digits, lists joined by ", ", nothing for null.
-std::string text(const JSONValue& value);
+std::string text(JSONView value);
 
 /// `text` of the member under `key`; empty if there is none.
-std::string text(const JSONObject& object, std::string_view key);
+std::string text(JSONView object, std::string_view key);
 
 /// An ISO 8601 time stamp as the local time of day, "HH:mm:ss"; any other text unchanged.
 std::string time(const std::string& stamp);

@@ -11,38 +11,40 @@ namespace zelto {
 namespace {
 
 /// The entries that `ref` may stand for, in the order of the list. No kind of match ranks above another.
-std::vector<JSONObject> matches(const char* path, std::string_view ref) {
+std::vector<JSONView> matches(JSONView list, std::string_view ref) {
   const std::string foldedRef = text::folded(ref), lowerRef = text::lowercased(ref);
-  std::vector<JSONObject> found;
-  for (const JSONValue& entry : expectList(cliCall({"GET", path}))) {
-    const std::string id = stringIn(*entry.object(), "id"), name = stringIn(*entry.object(), "name");
+  std::vector<JSONView> found;
+  for (const JSONView entry : list.elements()) {
+    const std::string_view id = entry["id"].string().value_or(""), name = entry["name"].string().value_or("");
     if (text::folded(id) == foldedRef || text::lowercased(id).starts_with(lowerRef) ||
         text::folded(name) == foldedRef) {
-      found.push_back(*entry.object());
+      found.push_back(entry);
     }
   }
   return found;
 }
 
-Resolved resolved(const JSONObject& entry, std::string_view ref) {
-  return {memberOf(entry, "id").string() ? stringIn(entry, "id") : std::string(ref), stringIn(entry, "name")};
+Resolved resolved(JSONView entry, std::string_view ref) {
+  return {std::string(entry["id"].string().value_or(ref)), stringIn(entry, "name")};
 }
 
 }  // namespace
 
 Resolved resolveRule(std::string_view ref) {
-  const auto found = matches("/rules", ref);
+  const JSONDocument rules = expectList(cliCall({"GET", "/rules"}));
+  const auto found = matches(rules, ref);
   if (found.size() == 1) return resolved(found.front(), ref);
   if (found.empty()) throw CLIError("no rule matching " + std::string(ref) + ". List them with: zelto rules");
   std::string message = std::string(ref) + " matches " + std::to_string(found.size()) + " rules:";
-  for (const JSONObject& rule : found) {
+  for (const JSONView rule : found) {
     message.append("\n  ").append(shortId(stringIn(rule, "id"))).append("  ").append(stringIn(rule, "name"));
   }
   throw CLIError(message);
 }
 
 Resolved resolveProfile(std::string_view ref) {
-  const auto found = matches("/profiles", ref);
+  const JSONDocument profiles = expectList(cliCall({"GET", "/profiles"}));
+  const auto found = matches(profiles, ref);
   if (found.size() == 1) return resolved(found.front(), ref);
   if (found.empty())
     throw CLIError("no profile matching " + std::string(ref) + ". List them with: zelto profiles");

@@ -29,12 +29,16 @@ std::string targetOf(const APIRequest& request) {
   return target;
 }
 
-std::string errorDetail(const std::optional<JSONValue>& response, std::int64_t status) {
+std::string errorDetail(const std::optional<JSONDocument>& response, std::int64_t status) {
   if (!response) return std::to_string(status);
-  if (const auto* object = response->object()) {
-    if (const JSONValue* error = object->find("error")) return argumentText(*error);
-  }
-  return argumentText(*response);
+  return argumentText(response->root().find("error").value_or(response->root()));
+}
+
+/// What a response says; its top level must be an array or an object.
+std::optional<JSONDocument> answerIn(HTTPResponse response) {
+  auto document = JSONDocument::parse(std::move(response.received), response.headSize);
+  const bool isContainer = document && (document->root().isArray() || document->root().isObject());
+  return isContainer ? std::move(document) : std::nullopt;
 }
 
 }  // namespace
@@ -53,25 +57,29 @@ std::string percentEncode(std::string_view text) {
   return result;
 }
 
+std::string argumentText(JSONView value) {
+  if (const auto string = value.string()) return std::string(*string);
+  if (const auto number = value.number()) return number->text();
+  return json::text(value, json::compact);
+}
+
 std::string argumentText(const JSONValue& value) {
   if (const auto* string = value.string()) return *string;
-  if (value.isNumber()) return json::numberText(value);
+  if (const auto* number = value.number()) return number->text();
   return json::text(value, json::compact).value_or(std::string());
 }
 
-JSONValue apiCall(const APIRequest& request) {
+JSONDocument apiCall(const APIRequest& request) {
   const APICredentials credentials = readCredentials();
   const std::string body =
       request.body ? json::text(*request.body, json::compact).value_or(std::string()) : std::string();
-  const HTTPResponse response = exchange(credentials, request.method, targetOf(request), body,
-                                         request.timeout.value_or(timeouts::usual));
-  auto value = json::parseContainer(response.body());
-  if (response.status < 200 || response.status > 299) {
-    throw MCPError(Cause::http,
-                   "HTTP " + std::to_string(response.status) + ": " + errorDetail(value, response.status));
-  }
-  if (!value) return JSONObject();
-  return *std::move(value);
+  HTTPResponse response = exchange(credentials, request.method, targetOf(request), body,
+                                   request.timeout.value_or(timeouts::usual));
+  const std::int64_t status = response.status;
+  auto answer = answerIn(std::move(response));
+  if (status < 200 || status > 299)
+    throw MCPError(Cause::http, "HTTP " + std::to_string(status) + ": " + errorDetail(answer, status));
+  return answer ? *std::move(answer) : JSONDocument::parse("{}").value();
 }
 
 }  // namespace zelto

@@ -6,13 +6,16 @@
 #include <string>
 #include <string_view>
 
+#include "json/JSONDocument.h"
 #include "json/JSONValue.h"
 
 namespace zelto {
 
 using json::JSONArray;
+using json::JSONDocument;
 using json::JSONObject;
 using json::JSONValue;
+using json::JSONView;
 
 /// Query parameters; one without a value, or with JSON null, is left out of the URL.
 using Query = std::map<std::string, std::optional<JSONValue>>;
@@ -33,10 +36,11 @@ std::string percentEncode(std::string_view text);
 
 /// A value as it reads in a path, a query or an error: strings and numbers plain, anything else as compact
 /// JSON.
+std::string argumentText(JSONView value);
 std::string argumentText(const JSONValue& value);
 
 /// Reads the control file, makes one exchange and returns the response's JSON; an absent or unreadable body
 /// reads as an empty object. Raises `MCPError`.
-JSONValue apiCall(const APIRequest& request);
+JSONDocument apiCall(const APIRequest& request);
 
 }  // namespace zelto

@@ -3,7 +3,7 @@
 #include <optional>
 
 #include "client/Errors.h"
-#include "json/JSONText.h"
+#include "json/JSONDocument.h"
 #include "platform/Environment.h"
 #include "platform/Files.h"
 #include "text/Number.h"
@@ -16,22 +16,19 @@ constexpr const char* notRunning =
     "zelto_start_server tool (or in Zelto: Settings, AI agents, Start). It stays on across launches until "
     "it is stopped.";
 
-std::optional<std::int64_t> portNumber(const json::JSONValue& port) {
-  if (const auto* digits = port.string()) return text::decimal<std::int64_t>(*digits);
-  return port.exactInteger();
+std::optional<std::int64_t> portNumber(json::JSONView port) {
+  if (const auto digits = port.string()) return text::decimal<std::int64_t>(*digits);
+  const auto number = port.number();
+  return number ? number->exactInteger() : std::nullopt;
 }
 
 std::optional<APICredentials> credentialsFrom(const std::string& contents) {
-  const auto value = json::parse(contents);
-  const json::JSONObject* object = value ? value->object() : nullptr;
-  if (object == nullptr) return std::nullopt;
-  const json::JSONValue* host = object->find("host");
-  const json::JSONValue* port = object->find("port");
-  const json::JSONValue* token = object->find("token");
-  if (host == nullptr || port == nullptr || token == nullptr) return std::nullopt;
-  const auto number = portNumber(*port);
-  if (!host->string() || !number || !token->string()) return std::nullopt;
-  return APICredentials{*host->string(), *number, *token->string()};
+  const auto document = json::JSONDocument::parse(contents);
+  if (!document) return std::nullopt;
+  const auto host = document->root()["host"].string(), token = document->root()["token"].string();
+  const auto port = portNumber(document->root()["port"]);
+  if (!host || !port || !token) return std::nullopt;
+  return APICredentials{std::string(*host), *port, std::string(*token)};
 }
 
 }  // namespace

@@ -43,12 +43,10 @@ std::string requestText(const APICredentials& credentials, std::string_view meth
   return text.append(body);
 }
 
-std::string receiveAll(const platform::Connection& connection) {
-  std::string received;
-  std::vector<char> buffer(readSize);
-  while (const std::size_t count = connection.receive(buffer.data(), buffer.size())) {
-    received.append(buffer.data(), count);
-  }
+text::Bytes receiveAll(const platform::Connection& connection) {
+  text::Bytes received;
+  while (const std::size_t count = connection.receive(received.room(readSize), readSize))
+    received.take(count);
   return received;
 }
 
@@ -71,7 +69,7 @@ HTTPResponse exchange(const APICredentials& credentials, std::string_view method
   };
   // Linux gives up at once under such a limit, and macOS refuses it, which would leave none.
   if (seconds < 0) throw timedOut();
-  std::string received;
+  text::Bytes received;
   // Sending may run into the same limit as receiving; only the latter is reported as a time-out.
   bool isSent = false;
   try {
@@ -86,9 +84,10 @@ HTTPResponse exchange(const APICredentials& credentials, std::string_view method
     if (error.kind == Kind::timedOut && isSent) throw timedOut();
     throw unreachable(error.what());
   }
-  const std::size_t end = received.find(headEnd);
-  if (end == std::string::npos) throw unreachable("no HTTP response");
-  const std::int64_t status = statusIn(std::string_view(received).substr(0, end));
+  const std::string_view bytes(received.data(), received.size());
+  const std::size_t end = bytes.find(headEnd);
+  if (end == std::string_view::npos) throw unreachable("no HTTP response");
+  const std::int64_t status = statusIn(bytes.substr(0, end));
   return {std::move(received), end + headEnd.size(), status};
 }
 

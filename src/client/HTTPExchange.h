@@ -6,16 +6,14 @@
 #include <string_view>
 
 #include "client/ControlFile.h"
+#include "text/GrowingBlock.h"
 
 namespace zelto {
 
 struct HTTPResponse {
-  std::string received;
-  std::size_t headSize = 0;
-  std::int64_t status = 0;  ///< 0 if the status line holds none
-
-  /// Every byte after the head, as received: chunks are not joined.
-  std::string_view body() const { return std::string_view(received).substr(headSize); }
+  text::Bytes received;      ///< the head, and after it every byte as it came: chunks are not joined
+  std::size_t headSize = 0;  ///< where the body begins
+  std::int64_t status = 0;   ///< 0 if the status line holds none
 };
 
 /// Sends one request and reads to the end of the connection. `target` is percent-encoded; `timeout`, in

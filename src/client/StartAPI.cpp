@@ -3,7 +3,6 @@
 #include "client/ControlFile.h"
 #include "client/Errors.h"
 #include "client/Timeouts.h"
-#include "json/JSONText.h"
 #include "platform/Clock.h"
 #include "platform/Environment.h"
 #include "platform/Files.h"
@@ -17,12 +16,11 @@ namespace {
 /// finds the application itself.
 std::optional<std::string> recordedApplication() {
   const auto text = platform::readSmallFile(platform::expandTilde("~/.well-known/mcp/zelto.json"));
-  const auto locator = text ? json::parse(*text) : std::nullopt;
-  if (!locator || !locator->object()) return std::nullopt;
-  const JSONValue* app = locator->object()->find("app");
-  const JSONValue* path = app != nullptr && app->object() ? app->object()->find("path") : nullptr;
-  if (path == nullptr || !path->string() || !platform::fileExists(*path->string())) return std::nullopt;
-  return *path->string();
+  const auto locator = text ? JSONDocument::parse(*text) : std::nullopt;
+  if (!locator) return std::nullopt;
+  const auto path = locator->root()["app"]["path"].string();
+  if (!path || !platform::fileExists(std::string(*path))) return std::nullopt;
+  return std::string(*path);
 }
 
 }  // namespace
@@ -33,7 +31,7 @@ std::string openURL(const std::string& url) {
   return text::isUTF8(*complaint) ? std::string(text::trimmed(*complaint)) : std::string();
 }
 
-JSONValue ensureAPIRunning(double timeout) {
+JSONDocument ensureAPIRunning(double timeout) {
   const std::string complaint = openURL("zelto://mcp/start");
   if (!complaint.empty()) throw MCPError(Cause::launcher, "could not reach Zelto: " + complaint);
   const double deadline = platform::steadySeconds() + timeout;
@@ -54,15 +52,15 @@ JSONValue ensureAPIRunning(double timeout) {
       "agents.");
 }
 
-JSONValue stopAPI() {
+JSONDocument stopAPI() {
   try {
     openURL("zelto://mcp/stop");
   } catch (const MCPError&) {
     // If the application cannot be reached, there is no API to stop.
   }
-  return JSONObject{{"ok", true},
-                    {"stopped", true},
-                    {"note", "The API is off and will stay off until it is started again."}};
+  constexpr std::string_view outcome =
+      R"({"ok":true,"stopped":true,"note":"The API is off and will stay off until it is started again."})";
+  return JSONDocument::parse(outcome).value();
 }
 
 }  // namespace zelto

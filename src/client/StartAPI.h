@@ -17,9 +17,9 @@ std::string openURL(const std::string& url);
 
 /// Asks the application to start its API and waits up to `timeout` seconds until /health answers. Returns
 /// that answer. Raises `MCPError`.
-JSONValue ensureAPIRunning(double timeout);
+JSONDocument ensureAPIRunning(double timeout);
 
 /// Asks the application to stop its API; waits for nothing and never fails. Returns an object that says so.
-JSONValue stopAPI();
+JSONDocument stopAPI();
 
 }  // namespace zelto

@@ -1,48 +1,42 @@
 #include "client/Wire.h"
 
-#include <algorithm>
-
 namespace zelto {
 
-const JSONValue& memberOf(const JSONObject& object, std::string_view key) {
-  static const JSONValue absent;
-  const JSONValue* value = object.find(key);
-  return value != nullptr ? *value : absent;
+std::string stringIn(JSONView object, std::string_view key) {
+  return std::string(object[key].string().value_or(std::string_view()));
 }
 
-std::string stringIn(const JSONObject& object, std::string_view key) {
-  const auto* string = memberOf(object, key).string();
-  return string != nullptr ? *string : std::string();
+std::int64_t integerIn(JSONView object, std::string_view key) {
+  const auto number = object[key].number();
+  return number ? number->exactInteger().value_or(0) : 0;
 }
 
-std::int64_t integerIn(const JSONObject& object, std::string_view key) {
-  return memberOf(object, key).exactInteger().value_or(0);
+double numberIn(JSONView object, std::string_view key) {
+  const auto number = object[key].number();
+  return number ? number->real() : 0;
 }
 
-bool flagIn(const JSONObject& object, std::string_view key) {
-  const JSONValue& value = memberOf(object, key);
-  if (const auto* boolean = value.boolean()) return *boolean;
-  return value.number() != 0;
+bool flagIn(JSONView object, std::string_view key) {
+  return object[key].boolean().value_or(numberIn(object, key) != 0);
 }
 
-bool isListOfObjects(const JSONValue& value) {
-  const auto* list = value.array();
-  const auto isObject = [](const JSONValue& element) { return element.object() != nullptr; };
-  return list != nullptr && std::all_of(list->begin(), list->end(), isObject);
+bool isListOfObjects(JSONView value) {
+  for (const JSONView element : value.elements()) {
+    if (!element.isObject()) return false;
+  }
+  return value.isArray();
 }
 
-JSONArray objectsIn(const JSONObject& object, std::string_view key) {
-  const JSONValue& value = memberOf(object, key);
-  return isListOfObjects(value) ? *value.array() : JSONArray();
+json::JSONElements objectsIn(JSONView object, std::string_view key) {
+  const JSONView value = object[key];
+  return isListOfObjects(value) ? value.elements() : json::JSONElements();
 }
 
-std::vector<std::string> stringsIn(const JSONObject& object, std::string_view key) {
+std::vector<std::string> stringsIn(JSONView object, std::string_view key) {
   std::vector<std::string> strings;
-  const auto* list = memberOf(object, key).array();
-  if (list == nullptr) return strings;
-  for (const JSONValue& element : *list) {
-    if (element.string() == nullptr) return {};
-    strings.push_back(*element.string());
+  for (const JSONView element : object[key].elements()) {
+    if (!element.string()) return {};
+    strings.emplace_back(*element.string());
   }
   return strings;
 }

@@ -10,25 +10,25 @@
 
 namespace zelto {
 
-/// The member, or JSON null if there is none.
-const JSONValue& memberOf(const JSONObject& object, std::string_view key);
-
 /// The string under `key`.
-std::string stringIn(const JSONObject& object, std::string_view key);
+std::string stringIn(JSONView object, std::string_view key);
 
 /// The integer under `key`; 0 for anything else, a number with a fraction included.
-std::int64_t integerIn(const JSONObject& object, std::string_view key);
+std::int64_t integerIn(JSONView object, std::string_view key);
+
+/// The number under `key`.
+double numberIn(JSONView object, std::string_view key);
 
 /// Whether `key` holds true or a number other than 0.
-bool flagIn(const JSONObject& object, std::string_view key);
+bool flagIn(JSONView object, std::string_view key);
 
 /// Whether `value` is a list that holds nothing but objects.
-bool isListOfObjects(const JSONValue& value);
+bool isListOfObjects(JSONView value);
 
 /// The list of objects under `key`; a list that holds anything else counts as empty.
-JSONArray objectsIn(const JSONObject& object, std::string_view key);
+json::JSONElements objectsIn(JSONView object, std::string_view key);
 
 /// The list of strings under `key`; a list that holds anything else counts as empty.
-std::vector<std::string> stringsIn(const JSONObject& object, std::string_view key);
+std::vector<std::string> stringsIn(JSONView object, std::string_view key);
 
 }  // namespace zelto

@@ -27,7 +27,7 @@ std::optional<APICredentials> credentialsIfOn() {
 }
 
 /// Asks without starting anything, even if the API goes away in between.
-std::optional<JSONObject> healthIfAnswering() {
+std::optional<JSONDocument> healthIfAnswering() {
   try {
     return expectObject(apiCall({.method = "GET", .path = "/health", .timeout = settings.requestTimeout}));
   } catch (const text::TextError&) {
@@ -65,13 +65,13 @@ void Api::Status::run() const {
                                 {"host", credentials->host},
                                 {"port", credentials->port},
                                 {"controlFile", controlFilePath()},
-                                {"health", health.value_or(JSONObject())}});
+                                {"health", health ? JSONValue(health->root()) : JSONObject()}});
   }
   Out::fields(
       {{"api", health ? Out::paint("running", Style::green) : Out::paint("not answering", Style::red)},
        {"address", credentials->host + ":" + std::to_string(credentials->port)},
        {"control", controlFilePath()},
-       {"version", Out::text(health.value_or(JSONObject()), "version")}});
+       {"version", health ? Out::text(*health, "version") : ""}});
 }
 
 ArgumentParser::Declaration Api::Start::declaration() {
@@ -82,14 +82,14 @@ ArgumentParser::Declaration Api::Start::declaration() {
 
 void Api::Start::run() const {
   options.apply();
-  JSONValue health;
+  JSONDocument health;
   try {
     health = ensureAPIRunning(timeouts::start);
   } catch (const MCPError& error) {
     throw CLIError(error.message);
   }
   if (settings.jsonMode) return Out::json(health);
-  const std::string version = health.object() ? Out::text(*health.object(), "version") : "";
+  const std::string version = Out::text(health, "version");
   if (version.empty()) return Out::line(Out::paint(Out::Deed::running));
   Out::done(Out::Deed::running, version);
 }
@@ -101,7 +101,7 @@ ArgumentParser::Declaration Api::Stop::declaration() {
 
 void Api::Stop::run() const {
   options.apply();
-  const JSONValue outcome = stopAPI();
+  const JSONDocument outcome = stopAPI();
   if (settings.jsonMode) return Out::json(outcome);
   Out::done(Out::Deed::stopped, "and it stays off until it is started again");
 }

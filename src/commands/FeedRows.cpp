@@ -10,31 +10,30 @@ using Out::Style;
 
 constexpr const char* detailIndent = "          ";
 
-Out::StyledText timePiece(const JSONObject& entry) {
+Out::StyledText timePiece(JSONView entry) {
   return Out::paint(Out::time(Out::text(entry, "timestamp")), Style::dim);
 }
 
-void printEventRows(const JSONArray& list, bool) {
-  for (const JSONValue& each : list) {
-    const JSONObject& entry = *each.object();
+void printEventRows(const json::JSONElements& list, bool) {
+  for (const JSONView entry : list) {
     Out::StyledText row = timePiece(entry);
     row.append("  ").append(Out::paint(Out::text(entry, "source"), Style::cyan));
     row.append("  ").append(Out::text(entry, "kind"));
-    if (memberOf(entry, "isDryRun") == JSONValue(true))
+    if (entry["isDryRun"].boolean().value_or(false))
       row.append("  ").append(Out::paint("dry run", Style::yellow));
     const std::string action = Out::text(entry, "triggeredAction");
     if (!action.empty() && action != "none") row.append("  ").append(Out::paint("-> " + action, Style::dim));
     Out::line(row);
 
-    const JSONObject* values = memberOf(entry, "values").object();
-    if (values == nullptr || values->empty()) continue;
+    const auto values = entry["values"].members();
+    if (values.empty()) continue;
     std::vector<std::string> texts;
-    for (const auto& [key, value] : *values) texts.push_back(key + "=" + Out::text(value));
+    for (const auto& [key, value] : values) texts.push_back(std::string(key) + "=" + Out::text(value));
     Out::line(Out::paint(detailIndent + text::joined(texts, " "), Style::dim));
   }
 }
 
-void printOutput(const JSONObject& entry, const char* key, const char* label, Style style) {
+void printOutput(JSONView entry, const char* key, const char* label, Style style) {
   const std::string output = Out::text(entry, key);
   const std::string_view trimmed = text::trimmed(output);
   if (trimmed.empty()) return;
@@ -42,16 +41,15 @@ void printOutput(const JSONObject& entry, const char* key, const char* label, St
   for (const std::string_view each : text::split(trimmed, '\n')) Out::line(margin + each);
 }
 
-void printActionRows(const JSONArray& list, bool verbose) {
-  for (const JSONValue& each : list) {
-    const JSONObject& entry = *each.object();
+void printActionRows(const json::JSONElements& list, bool verbose) {
+  for (const JSONView entry : list) {
     const std::int64_t exitCode = integerIn(entry, "exitCode");
     Out::StyledText row = timePiece(entry);
     row.append("  ").append(exitCode == 0 ? Out::paint("ok ", Style::green)
                                           : Out::paint(std::to_string(exitCode), Style::red));
     row.append("  ").append(Out::text(entry, "ruleName"));
     row.append("  ").append(Out::paint(Out::text(entry, "action"), Style::dim));
-    const double duration = memberOf(entry, "duration").number();
+    const double duration = numberIn(entry, "duration");
     if (duration > 0) row.append(Out::paint("  " + Out::seconds(duration), Style::dim));
     Out::line(row);
 
@@ -68,11 +66,11 @@ void printActionRows(const JSONArray& list, bool verbose) {
 const FeedKind FeedKind::events{"/events", "events", printEventRows};
 const FeedKind FeedKind::actions{"/action-history", "actions", printActionRows};
 
-void printFeedBatch(const FeedKind& kind, const JSONObject& response, bool verbose) {
-  JSONArray list = objectsIn(response, kind.listKey);
+void printFeedBatch(const FeedKind& kind, JSONView response, bool verbose) {
+  const json::JSONElements list = objectsIn(response, kind.listKey);
   if (list.empty()) return;
   if (settings.jsonMode) {
-    Out::json(std::move(list));
+    Out::json(response[kind.listKey]);
   } else {
     kind.printRows(list, verbose);
   }

@@ -11,13 +11,13 @@ namespace zelto {
 struct FeedKind {
   const char* path;
   const char* listKey;
-  void (*printRows)(const JSONArray& list, bool verbose);
+  void (*printRows)(const json::JSONElements& list, bool verbose);
 
   static const FeedKind events, actions;
 };
 
 /// Prints the entries of a response, as rows or as one JSON array, and writes them out at once. Prints
 /// nothing if there are none.
-void printFeedBatch(const FeedKind& kind, const JSONObject& response, bool verbose);
+void printFeedBatch(const FeedKind& kind, JSONView response, bool verbose);
 
 }  // namespace zelto

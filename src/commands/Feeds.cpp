@@ -16,7 +16,7 @@ using ArgumentParser::command;
 constexpr std::int64_t watchedTail = 10;
 
 /// A long poll for what is newer than `since`. Its time-out follows the wait, whatever `--timeout` says.
-JSONObject feedPoll(const FeedKind& kind, std::int64_t since, double wait) {
+JSONDocument feedPoll(const FeedKind& kind, std::int64_t since, double wait) {
   return expectObject(cliCall({.method = "GET",
                                .path = kind.path,
                                .query = {{"since", since}, {"wait", wait}},
@@ -26,8 +26,8 @@ JSONObject feedPoll(const FeedKind& kind, std::int64_t since, double wait) {
 void followFeed(const FeedKind& kind, std::int64_t count, bool follow, std::optional<std::int64_t> since,
                 bool verbose) {
   const Query query = since ? Query{{"since", *since}} : Query{{"limit", count}};
-  JSONObject response = expectObject(cliCall({"GET", kind.path, query}));
-  if (settings.jsonMode && !follow) return Out::json(std::move(response));
+  JSONDocument response = expectObject(cliCall({"GET", kind.path, query}));
+  if (settings.jsonMode && !follow) return Out::json(response);
   printFeedBatch(kind, response, verbose);
   if (!follow) return;
   for (;;) {
@@ -42,7 +42,7 @@ void followBothFeeds(bool verbose) {
     std::int64_t last = 0;
   };
   Feed feeds[] = {{FeedKind::events}, {FeedKind::actions}};
-  const auto take = [&](Feed& feed, const JSONObject& response) {
+  const auto take = [&](Feed& feed, const JSONDocument& response) {
     printFeedBatch(feed.kind, response, verbose);
     feed.last = integerIn(response, "lastSeq");
   };

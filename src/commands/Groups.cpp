@@ -16,7 +16,7 @@ std::string pathOf(const std::string& name) {
 }
 
 void switchGroup(const std::string& name, bool on) {
-  const JSONValue response = cliCall({"POST", pathOf(name) + (on ? "/enable" : "/disable")});
+  const JSONDocument response = cliCall({"POST", pathOf(name) + (on ? "/enable" : "/disable")});
   if (settings.jsonMode) return Out::json(response);
   Out::line(Out::onOff(on, 3) + " every rule in " + name);
 }
@@ -44,12 +44,11 @@ ArgumentParser::Declaration Groups::List::declaration() {
 
 void Groups::List::run() const {
   options.apply();
-  JSONArray groups = expectList(cliCall({"GET", "/groups"}));
-  if (settings.jsonMode) return Out::json(std::move(groups));
-  if (groups.empty()) return Out::line("No groups yet.");
+  const JSONDocument groups = expectList(cliCall({"GET", "/groups"}));
+  if (settings.jsonMode) return Out::json(groups);
+  if (groups.root().elements().empty()) return Out::line("No groups yet.");
   Out::Table table{{"RULES", Style::dim}, {"NAME"}};
-  for (const JSONValue& each : groups) {
-    const JSONObject& group = *each.object();
+  for (const JSONView group : groups.root().elements()) {
     table.row({std::to_string(integerIn(group, "enabledCount")) + "/" +
                    std::to_string(integerIn(group, "ruleCount")),
                Out::text(group, "name")});
@@ -85,7 +84,7 @@ ArgumentParser::Declaration Groups::Rename::declaration() {
 
 void Groups::Rename::run() const {
   options.apply();
-  const JSONValue response =
+  const JSONDocument response =
       cliCall({.method = "PATCH", .path = pathOf(name), .body = JSONObject{{"name", newName}}});
   if (settings.jsonMode) return Out::json(response);
   Out::line(name + " is now " + newName);

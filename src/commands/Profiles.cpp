@@ -26,12 +26,11 @@ ArgumentParser::Declaration Profiles::List::declaration() {
 
 void Profiles::List::run() const {
   options.apply();
-  JSONArray profiles = expectList(cliCall({"GET", "/profiles"}));
-  if (settings.jsonMode) return Out::json(std::move(profiles));
-  if (profiles.empty()) return Out::line("No profiles yet.");
+  const JSONDocument profiles = expectList(cliCall({"GET", "/profiles"}));
+  if (settings.jsonMode) return Out::json(profiles);
+  if (profiles.root().elements().empty()) return Out::line("No profiles yet.");
   Out::Table table{{""}, {"ID", Style::dim}, {"RULES", Style::dim}, {"NAME"}};
-  for (const JSONValue& each : profiles) {
-    const JSONObject& profile = *each.object();
+  for (const JSONView profile : profiles.root().elements()) {
     table.row({Out::marker(flagIn(profile, "active")), shortId(Out::text(profile, "id")),
                Out::text(profile, "ruleCount"), Out::text(profile, "name")});
   }
@@ -50,7 +49,7 @@ void Profiles::Add::run() const {
   options.apply();
   JSONObject body{{"name", name}};
   if (icon) body.set("icon", *icon);
-  const JSONValue response = cliCall({.method = "POST", .path = "/profiles", .body = body});
+  const JSONDocument response = cliCall({.method = "POST", .path = "/profiles", .body = body});
   if (settings.jsonMode) return Out::json(response);
   Out::done(Out::Deed::created, name);
 }
@@ -65,7 +64,7 @@ ArgumentParser::Declaration Profiles::Activate::declaration() {
 void Profiles::Activate::run() const {
   options.apply();
   const Resolved profile = resolveProfile(id);
-  const JSONValue response = cliCall({"POST", "/profiles/" + percentEncode(profile.id) + "/activate"});
+  const JSONDocument response = cliCall({"POST", "/profiles/" + percentEncode(profile.id) + "/activate"});
   if (settings.jsonMode) return Out::json(response);
   Out::done(Out::Deed::active, profile.name);
 }

@@ -18,7 +18,7 @@ ArgumentParser::Declaration Docs::declaration() {
 void Docs::run() const {
   options.apply();
   if (!topic) return Out::table({{"TOPIC", {}, {"context", "trigger-context", "applescript-context"}}});
-  const JSONObject docs = expectObject(cliCall({"GET", "/docs/" + percentEncode(*topic)}));
+  const JSONDocument docs = expectObject(cliCall({"GET", "/docs/" + percentEncode(*topic)}));
   if (settings.jsonMode) return Out::json(docs);
   Out::line(Out::text(docs, "markdown"));
 }
@@ -40,7 +40,7 @@ void Prompt::run() const {
   options.apply();
   Query query{{"kind", kind}, {"runner", runner}};
   if (sub) query["subEvent"] = *sub;
-  const JSONObject prompt = expectObject(cliCall({"GET", "/generator/prompt", query}));
+  const JSONDocument prompt = expectObject(cliCall({"GET", "/generator/prompt", query}));
   if (settings.jsonMode) return Out::json(prompt);
   Out::line(Out::text(prompt, "systemPrompt"));
 }
@@ -52,7 +52,7 @@ ArgumentParser::Declaration Runners::declaration() {
 
 void Runners::run() const {
   options.apply();
-  const JSONObject runners = expectObject(cliCall({"GET", "/runners"}));
+  const JSONDocument runners = expectObject(cliCall({"GET", "/runners"}));
   if (settings.jsonMode) return Out::json(runners);
   const std::vector<std::string> presets = stringsIn(runners, "presets");
   Out::table({{"PRESET", {}, {presets.begin(), presets.end()}}});

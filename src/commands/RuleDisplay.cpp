@@ -9,10 +9,9 @@
 namespace zelto {
 namespace {
 
-void printConfigSection(const char* title, const JSONValue& value) {
-  if (value.object() == nullptr) return;
+void printConfigSection(const char* title, JSONView value) {
   std::vector<Out::Pair> pairs;
-  for (const auto& [key, member] : *value.object()) pairs.emplace_back(key, Out::text(member));
+  for (const auto& [key, member] : value.members()) pairs.emplace_back(key, Out::text(member));
   if (std::all_of(pairs.begin(), pairs.end(), [](const Out::Pair& pair) { return pair.second.empty(); }))
     return;
   Out::section(title);
@@ -21,7 +20,7 @@ void printConfigSection(const char* title, const JSONValue& value) {
 
 }  // namespace
 
-void printRule(const JSONObject& rule) {
+void printRule(JSONView rule) {
   Out::fields({{"id", Out::text(rule, "id")},
                {"name", Out::text(rule, "name")},
                {"group", Out::text(rule, "group")},
@@ -30,11 +29,11 @@ void printRule(const JSONObject& rule) {
                {"action", Out::text(rule, "action")},
                {"reverse", Out::text(rule, "reverseAction")},
                {"profiles", Out::text(rule, "profiles")}});
-  printConfigSection("Trigger", memberOf(rule, "triggerConfig"));
-  printConfigSection("Action", memberOf(rule, "actionConfig"));
-  printConfigSection("Condition", memberOf(rule, "condition"));
-  printConfigSection("Rate limit", memberOf(rule, "rateLimit"));
-  printConfigSection("Schedule", memberOf(rule, "schedule"));
+  printConfigSection("Trigger", rule["triggerConfig"]);
+  printConfigSection("Action", rule["actionConfig"]);
+  printConfigSection("Condition", rule["condition"]);
+  printConfigSection("Rate limit", rule["rateLimit"]);
+  printConfigSection("Schedule", rule["schedule"]);
   std::vector<std::string> variables = stringsIn(rule, "availableValues");
   if (variables.empty()) return;
   for (std::string& variable : variables) variable.insert(0, "{{").append("}}");

@@ -6,6 +6,6 @@
 namespace zelto {
 
 /// Prints the block of one rule: its fields, its configuration sections, and the variables it offers.
-void printRule(const JSONObject& rule);
+void printRule(JSONView rule);
 
 }  // namespace zelto

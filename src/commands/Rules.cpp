@@ -79,19 +79,20 @@ ArgumentParser::Declaration Rules::List::declaration() {
 
 void Rules::List::run() const {
   options.apply();
-  JSONArray rules = expectList(cliCall({"GET", "/rules", {{"scope", scope}}}));
+  const JSONDocument all = expectList(cliCall({"GET", "/rules", {{"scope", scope}}}));
+  const json::JSONElements elements = all.root().elements();
+  std::vector<JSONView> rules(elements.begin(), elements.end());
   if (group) {
-    std::erase_if(rules, [wanted = text::folded(*group)](const JSONValue& rule) {
-      return text::folded(Out::text(*rule.object(), "group")) != wanted;
+    std::erase_if(rules, [wanted = text::folded(*group)](JSONView rule) {
+      return text::folded(Out::text(rule, "group")) != wanted;
     });
   }
-  if (settings.jsonMode) return Out::json(std::move(rules));
+  if (settings.jsonMode) return Out::json(rules);
   if (rules.empty()) return Out::line(group ? "No rules in " + *group + "." : "No rules yet.");
 
   Out::Table table{{"ID", Style::dim},    {""},    {"TRIGGER", Style::cyan}, {"ACTION"},
                    {"GROUP", Style::dim}, {"NAME"}};
-  for (const JSONValue& each : rules) {
-    const JSONObject& rule = *each.object();
+  for (const JSONView rule : rules) {
     table.row({shortId(Out::text(rule, "id")), Out::onOff(flagIn(rule, "enabled")),
                Out::text(rule, "triggerType"), Out::text(rule, "action"), Out::text(rule, "group"),
                Out::text(rule, "name")});
@@ -108,7 +109,7 @@ ArgumentParser::Declaration Rules::Show::declaration() {
 
 void Rules::Show::run() const {
   options.apply();
-  const JSONObject rule = expectObject(cliCall({"GET", pathOf(resolveRule(id))}));
+  const JSONDocument rule = expectObject(cliCall({"GET", pathOf(resolveRule(id))}));
   if (settings.jsonMode) return Out::json(rule);
   printRule(rule);
 }
@@ -143,7 +144,7 @@ void Rules::Add::run() const {
   if (group) body.set("group", *group);
   if (action) body.set("action", *action);
   body.set("enabled", !disabled);
-  const JSONObject rule = expectObject(cliCall({.method = "POST", .path = "/rules", .body = body}));
+  const JSONDocument rule = expectObject(cliCall({.method = "POST", .path = "/rules", .body = body}));
   if (settings.jsonMode) return Out::json(rule);
   Out::done(Deed::created, shortId(Out::text(rule, "id")));
   printRule(rule);
@@ -166,7 +167,7 @@ void Rules::Set::run() const {
     throw CLIError("nothing to set. Pass field=value pairs, see: zelto rules show " + id);
   }
   const std::string path = pathOf(resolveRule(id));
-  const JSONObject rule =
+  const JSONDocument rule =
       expectObject(cliCall({.method = "PATCH", .path = path, .body = parseAssignments(assignments)}));
   if (settings.jsonMode) return Out::json(rule);
   Out::done(Deed::updated, Out::text(rule, "name"));

@@ -13,18 +13,17 @@ namespace {
 
 using Out::Style;
 
-void printTypes(const JSONArray& types) {
+void printTypes(const json::JSONElements& types) {
   Out::Table table{{"TYPE", Style::cyan}, {"COST", Style::dim}, {"NAME"}};
-  for (const JSONValue& each : types) {
-    table.row({Out::text(*each.object(), "type"), Out::text(*each.object(), "cost"),
-               Out::text(*each.object(), "displayName")});
+  for (const JSONView each : types) {
+    table.row({Out::text(each, "type"), Out::text(each, "cost"), Out::text(each, "displayName")});
   }
   table.print();
   Out::line("");
   Out::hint("zelto schema <type> for its sub-events and variables");
 }
 
-void printSummary(const JSONObject& type) {
+void printSummary(JSONView type) {
   const std::string note = Out::text(type, "costNote");
   Out::fields({{"type", Out::text(type, "type")},
                {"name", Out::text(type, "displayName")},
@@ -32,15 +31,15 @@ void printSummary(const JSONObject& type) {
                {"fields", Out::text(type, "configFields")}});
 }
 
-void printSubEvent(const JSONObject& subEvent) {
+void printSubEvent(JSONView subEvent) {
   Out::section(Out::text(subEvent, "subEvent") + "  " +
                Out::paint(Out::text(subEvent, "displayName"), Style::dim));
-  const JSONArray variables = objectsIn(subEvent, "values");
+  const json::JSONElements variables = objectsIn(subEvent, "values");
   if (variables.empty()) return Out::hint("no variables");
   Out::Table table{{"TEMPLATE", Style::cyan}, {"ENV", Style::dim}, {"TYPE", Style::dim}, {"WHAT IT IS"}};
-  for (const JSONValue& each : variables) {
-    table.row({Out::text(*each.object(), "template"), Out::text(*each.object(), "envVar"),
-               Out::text(*each.object(), "type"), Out::text(*each.object(), "description")});
+  for (const JSONView each : variables) {
+    table.row({Out::text(each, "template"), Out::text(each, "envVar"), Out::text(each, "type"),
+               Out::text(each, "description")});
   }
   table.print();
 }
@@ -59,17 +58,16 @@ ArgumentParser::Declaration Schema::declaration() {
 
 void Schema::run() const {
   options.apply();
-  JSONObject schema = expectObject(cliCall({"GET", "/schema"}));
-  if (settings.jsonMode) return Out::json(std::move(schema));
-  const JSONArray types = objectsIn(schema, "triggerTypes");
+  const JSONDocument schema = expectObject(cliCall({"GET", "/schema"}));
+  if (settings.jsonMode) return Out::json(schema);
+  const json::JSONElements types = objectsIn(schema, "triggerTypes");
   if (!trigger) return printTypes(types);
-  const auto found = std::find_if(types.begin(), types.end(), [&](const JSONValue& type) {
-    return text::equalIgnoringCase(Out::text(*type.object(), "type"), *trigger);
+  const auto found = std::find_if(types.begin(), types.end(), [&](JSONView type) {
+    return text::equalIgnoringCase(Out::text(type, "type"), *trigger);
   });
   if (found == types.end()) throw CLIError("no trigger type " + *trigger + ". List them with: zelto schema");
-  if (!values) printSummary(*found->object());
-  for (const JSONValue& subEvent : objectsIn(*found->object(), "subEvents"))
-    printSubEvent(*subEvent.object());
+  if (!values) printSummary(*found);
+  for (const JSONView subEvent : objectsIn(*found, "subEvents")) printSubEvent(subEvent);
 }
 
 }  // namespace zelto

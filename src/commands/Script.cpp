@@ -37,7 +37,7 @@ JSONObject parseValues(const std::vector<std::string>& texts) {
   return values;
 }
 
-void printOutput(const JSONObject& result, const char* key, bool isError) {
+void printOutput(JSONView result, const char* key, bool isError) {
   const std::string output = Out::text(result, key);
   const std::string_view trimmed = text::trimmed(output);
   if (trimmed.empty()) return;
@@ -45,10 +45,11 @@ void printOutput(const JSONObject& result, const char* key, bool isError) {
   Out::line(isError ? Out::paint(trimmed, Style::red) : trimmed);
 }
 
-void printValues(const JSONValue& values) {
-  if (values.object() == nullptr || values.object()->empty()) return;
+void printValues(JSONView values) {
   std::vector<Out::Pair> pairs;
-  for (const auto& [key, value] : *values.object()) pairs.emplace_back("{{" + key + "}}", Out::text(value));
+  for (const auto& [key, value] : values.members())
+    pairs.emplace_back("{{" + std::string(key) + "}}", Out::text(value));
+  if (pairs.empty()) return;
   Out::section("Values the action would get");
   Out::fields(pairs);
 }
@@ -83,19 +84,19 @@ void Script::Test::run() const {
   if (text::trimmed(script).empty()) throw CLIError("the script is empty");
   JSONObject body{{"runner", runner}, {"script", std::move(script)}, {"timeout", timeout}};
   if (!value.empty()) body.set("values", parseValues(value));
-  const JSONObject result = expectObject(cliCall({.method = "POST",
-                                                  .path = "/scripts",
-                                                  .body = std::move(body),
-                                                  .timeout = timeout + timeouts::scriptMargin}));
+  const JSONDocument result = expectObject(cliCall({.method = "POST",
+                                                    .path = "/scripts",
+                                                    .body = std::move(body),
+                                                    .timeout = timeout + timeouts::scriptMargin}));
   if (settings.jsonMode) return Out::json(result);
 
   const std::int64_t exitCode = integerIn(result, "exitCode");
   Out::fields({{"exit", Out::paint(std::to_string(exitCode), exitCode == 0 ? Style::green : Style::red)},
-               {"took", Out::seconds(memberOf(result, "duration").number())},
+               {"took", Out::seconds(numberIn(result, "duration"))},
                {"runner", Out::text(result, "runner")}});
   printOutput(result, "stdout", false);
   printOutput(result, "stderr", true);
-  printValues(memberOf(result, "parsedValues"));
+  printValues(result.root()["parsedValues"]);
 }
 
 }  // namespace zelto

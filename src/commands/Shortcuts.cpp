@@ -11,10 +11,9 @@ using ArgumentParser::command;
 using ArgumentParser::type;
 using Out::Style;
 
-void printBundled(const JSONArray& shortcuts) {
+void printBundled(const json::JSONElements& shortcuts) {
   Out::Table table{{""}, {"NAME"}, {"WHAT IT DOES", Style::dim}};
-  for (const JSONValue& each : shortcuts) {
-    const JSONObject& shortcut = *each.object();
+  for (const JSONView shortcut : shortcuts) {
     table.row({Out::marker(flagIn(shortcut, "installed")), Out::text(shortcut, "name"),
                Out::text(shortcut, "readableName")});
   }
@@ -22,10 +21,10 @@ void printBundled(const JSONArray& shortcuts) {
   table.print();
 }
 
-void printInstalled(const JSONArray& shortcuts) {
+void printInstalled(const json::JSONElements& shortcuts) {
   Out::Table table{{"FOLDER", Style::dim}, {"NAME"}};
-  for (const JSONValue& each : shortcuts) {
-    table.row({Out::text(*each.object(), "folder"), Out::text(*each.object(), "name")});
+  for (const JSONView each : shortcuts) {
+    table.row({Out::text(each, "folder"), Out::text(each, "name")});
   }
   Out::section("On this Mac");
   table.print();
@@ -48,9 +47,9 @@ ArgumentParser::Declaration Shortcuts::List::declaration() {
 
 void Shortcuts::List::run() const {
   options.apply();
-  const JSONObject shortcuts = expectObject(cliCall({"GET", "/shortcuts"}));
+  const JSONDocument shortcuts = expectObject(cliCall({"GET", "/shortcuts"}));
   if (settings.jsonMode) return Out::json(shortcuts);
-  const JSONArray bundled = objectsIn(shortcuts, "builtin"), installed = objectsIn(shortcuts, "installed");
+  const auto bundled = objectsIn(shortcuts, "builtin"), installed = objectsIn(shortcuts, "installed");
   if (!bundled.empty()) printBundled(bundled);
   if (!builtin && !installed.empty()) printInstalled(installed);
 }
@@ -68,7 +67,7 @@ ArgumentParser::Declaration Shortcuts::Install::declaration() {
 
 void Shortcuts::Install::run() const {
   options.apply();
-  const JSONObject response = expectObject(
+  const JSONDocument response = expectObject(
       cliCall({.method = "POST", .path = "/shortcuts/install", .body = JSONObject{{"name", name}}}));
   if (settings.jsonMode) return Out::json(response);
   Out::done(Out::Deed::opened, Out::text(response, "opened"));

@@ -1,25 +1,20 @@
-// JSON text to value and back.
+// JSON as text, from what has been read and from what has been built. A large text goes out in pieces, so
+// that it is never held as a whole.
 #pragma once
 
 #include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "json/JSONDocument.h"
 #include "json/JSONValue.h"
 
 namespace json {
 
-/// How deep arrays and objects may nest; a deeper text counts as not parsing.
-inline constexpr std::size_t maxDepth = 512;
-
-/// The value of a strict JSON text (UTF-8), or nothing if it does not parse. Integers that fit 64 bits stay
-/// integers, other numbers become floating point; a number too large for that does not parse. Of equal keys
-/// the last one counts.
+/// The value of a text that `JSONDocument::parse` reads, for small texts whose value outlives them.
 std::optional<JSONValue> parse(std::string_view text);
-
-/// The same, for a top level that must be an array or an object.
-std::optional<JSONValue> parseContainer(std::string_view text);
 
 /// How a value is written.
 struct Style {
@@ -31,15 +26,20 @@ struct Style {
 inline constexpr Style compact{};
 inline constexpr Style pretty{.pretty = true, .colon = ": "};
 
-/// Takes what has been written so far and empties it.
-using Drain = std::function<void(std::string& written)>;
+/// Takes the next piece of a text; it is valid during the call.
+using Sink = std::function<void(std::string_view piece)>;
 
-/// Appends the text of `value` to `out`, keys sorted. With a `drain`, hands `out` over whenever it has grown
-/// large, so that a large value is never held as text. False if the value holds a number that is not finite;
-/// what was appended is then of no use.
-bool write(const JSONValue& value, const Style& style, std::string& out, const Drain& drain = {});
+/// Hands the text of a value to `sink`, keys sorted, in pieces of some 64 KB.
+void write(JSONView value, const Style& style, const Sink& sink);
+/// The same for a list of values, as an array.
+void write(const std::vector<JSONView>& elements, const Style& style, const Sink& sink);
+/// The same for a value that may hold numbers which are not finite. JSON has none: then false, and what went
+/// out is of no use.
+bool write(const JSONValue& value, const Style& style, const Sink& sink);
 
-/// The text of `value`, or nothing if it holds a number that is not finite.
+/// The text of a value.
+std::string text(JSONView value, const Style& style);
+/// The same, or nothing if it holds a number that is not finite.
 std::optional<std::string> text(const JSONValue& value, const Style& style);
 
 /// Appends `utf8` as a JSON string, quotes included.

@@ -20,13 +20,6 @@ namespace {
 
 constexpr int methodNotFound = -32601;
 
-/// An object of another kind, or none, reads as an empty one.
-const JSONObject& objectIn(const JSONObject& object, std::string_view key) {
-  static const JSONObject none;
-  const JSONObject* value = memberOf(object, key).object();
-  return value != nullptr ? *value : none;
-}
-
 /// How replies are written. A person who tries the server by hand has it on a terminal.
 const json::Style& replyStyle() {
   static const json::Style style{.escapesControls = platform::outputIsTerminal()};
@@ -40,26 +33,26 @@ void log(const std::string& text) {
 
 /// Writes one reply; `member` is "result" or "error" and `value` its JSON text. An agent that no longer reads
 /// shows by closing the input.
-void sendMessage(const JSONValue& id, std::string_view member, std::string_view value) {
+void sendMessage(JSONView id, std::string_view member, std::string_view value) {
   std::string line = R"({"jsonrpc":"2.0","id":)";
   line.reserve(line.size() + member.size() + value.size() + 64);
-  if (!json::write(id, replyStyle(), line)) return;
+  line += json::text(id, replyStyle());
   line.append(",\"").append(member).append("\":").append(value).append("}\n");
   static_cast<void>(platform::writeAll(platform::standardOutput, line));
 }
 
-void sendResult(const JSONValue& id, const JSONValue& result) {
+void sendResult(JSONView id, const JSONValue& result) {
   if (const auto value = json::text(result, replyStyle())) sendMessage(id, "result", *value);
 }
 
-void sendError(const JSONValue& id, int code, const std::string& message) {
+void sendError(JSONView id, int code, const std::string& message) {
   const JSONObject error{{"code", code}, {"message", message}};
   if (const auto value = json::text(error, replyStyle())) sendMessage(id, "error", *value);
 }
 
-JSONObject initializeResult(const JSONObject& params) {
-  const std::string* version = memberOf(params, "protocolVersion").string();
-  return {{"protocolVersion", version != nullptr ? *version : "2024-11-05"},
+JSONObject initializeResult(JSONView params) {
+  const std::string_view version = params["protocolVersion"].string().value_or("2024-11-05");
+  return {{"protocolVersion", version},
           {"capabilities", JSONObject{{"tools", JSONObject()}}},
           {"serverInfo", JSONObject{{"name", "zelto-mcp"}, {"version", versionText()}}}};
 }
@@ -95,24 +88,24 @@ JSONObject toolFailure(std::string text) {
 }
 
 /// The required arguments that are absent, null or empty, joined with ", ".
-std::string missingArguments(const MCPTool& tool, const JSONObject& arguments) {
+std::string missingArguments(const MCPTool& tool, JSONView arguments) {
   std::string missing;
   const JSONValue* required = tool.inputSchema.find("required");
   if (required == nullptr) return missing;
   for (const JSONValue& key : *required->array()) {
-    const JSONValue* value = arguments.find(*key.string());
-    if (value != nullptr && !value->isNull() && *value != JSONValue("")) continue;
+    const JSONView value = arguments[*key.string()];
+    if (!value.isNull() && value.string() != "") continue;
     missing.append(missing.empty() ? "" : ", ").append(*key.string());
   }
   return missing;
 }
 
 /// What the agent is told of the call. Raises what the tool's handler raises.
-JSONObject outcome(const JSONObject& params) {
+JSONObject outcome(JSONView params) {
   const std::string name = stringIn(params, "name");
   const auto tool = toolsByName().find(name);
   if (tool == toolsByName().end()) return toolFailure("unknown tool: " + name);
-  const JSONObject& arguments = objectIn(params, "arguments");
+  const JSONView arguments = params["arguments"];
   const std::string missing = missingArguments(*tool->second, arguments);
   if (!missing.empty()) return toolFailure(name + " needs " + missing);
   return toolResult(resultText(tool->second->handler(arguments)));
@@ -120,7 +113,7 @@ JSONObject outcome(const JSONObject& params) {
 
 /// Whatever is raised before the result has been sent goes to the agent, a lack of memory for a large result
 /// included.
-void handleToolCall(const JSONValue& id, const JSONObject& params) {
+void handleToolCall(JSONView id, JSONView params) {
   std::string failure;
   try {
     return sendResult(id, outcome(params));
@@ -132,16 +125,14 @@ void handleToolCall(const JSONValue& id, const JSONObject& params) {
   sendResult(id, toolFailure(std::move(failure)));
 }
 
-void handleMessage(const JSONObject& message) {
+void handleMessage(JSONView message) {
   const bool hasID = message.contains("id");
-  const JSONValue& id = memberOf(message, "id");
-  const std::string* method = memberOf(message, "method").string();
-  if (method == nullptr) {
-    log("ignoring response with no method: " +
-        (hasID ? json::text(id, json::compact).value_or(std::string()) : "nil"));
+  const JSONView id = message["id"], params = message["params"];
+  const auto method = message["method"].string();
+  if (!method) {
+    log("ignoring response with no method: " + (hasID ? json::text(id, json::compact) : "nil"));
     return;
   }
-  const JSONObject& params = objectIn(message, "params");
   if (*method == "initialize") {
     sendResult(id, initializeResult(params));
   } else if (*method == "notifications/initialized") {
@@ -153,7 +144,7 @@ void handleMessage(const JSONObject& message) {
   } else if (*method == "tools/call") {
     handleToolCall(id, params);
   } else if (hasID) {
-    sendError(id, methodNotFound, "method not found: " + *method);
+    sendError(id, methodNotFound, "method not found: " + std::string(*method));
   }
 }
 
@@ -167,8 +158,8 @@ void serve() {
   MCPLineReader reader(platform::standardInput);
   for (;;) {
     try {
-      const auto message = json::parse(reader.nextLine());
-      if (message && message->object()) handleMessage(*message->object());
+      const auto message = JSONDocument::parse(reader.nextLine());
+      if (message && message->root().isObject()) handleMessage(*message);
     } catch (const MCPLineReader::EndOfInput&) {
       std::exit(EXIT_SUCCESS);
     } catch (const std::exception&) {
@@ -179,10 +170,7 @@ void serve() {
 
 std::string resultText(ToolOutput output) {
   if (auto* text = std::get_if<std::string>(&output)) return std::move(*text);
-  auto& value = std::get<JSONValue>(output);
-  if (const auto* string = value.string()) return *string;
-  if (value.isNumber()) return json::numberText(value);
-  return json::text(value, json::pretty).value_or(std::string(value.kindName()));
+  return json::text(std::get<JSONDocument>(output), json::pretty);
 }
 
 }  // namespace zelto

@@ -34,22 +34,21 @@ JSONObject inputSchema(const ToolDeclaration& tool) {
 }
 
 /// The path of a request, and the name of the argument that it holds, empty if it holds none.
-std::pair<std::string, std::string_view> filledIn(std::string_view path, const JSONObject& arguments) {
+std::pair<std::string, std::string_view> filledIn(std::string_view path, JSONView arguments) {
   const std::size_t open = path.find('<'), close = path.find('>');
   if (open == std::string_view::npos) return {std::string(path), {}};
   const std::string_view name = path.substr(open + 1, close - open - 1);
-  const JSONValue* value = arguments.find(name);
   std::string filled(path.substr(0, open));
-  if (value != nullptr) filled += percentEncode(argumentText(*value));
+  if (const auto value = arguments.find(name)) filled += percentEncode(argumentText(*value));
   return {filled.append(path.substr(close + 1)), name};
 }
 
-std::optional<JSONValue> bodyOf(const ToolDeclaration& tool, Body body, const JSONObject& arguments) {
+std::optional<JSONValue> bodyOf(const ToolDeclaration& tool, Body body, JSONView arguments) {
   switch (body) {
     case Body::none:
       return std::nullopt;
     case Body::everything:
-      return arguments;
+      return arguments.isObject() ? JSONValue(arguments) : JSONObject();
     case Body::ruleFields:
       return filterKeys(arguments, ruleBodyKeys());
     case Body::declared:
@@ -61,10 +60,10 @@ std::optional<JSONValue> bodyOf(const ToolDeclaration& tool, Body body, const JS
 }
 
 ToolHandler handlerOf(const ToolDeclaration& tool) {
-  if (const auto* operation = std::get_if<JSONValue (*)()>(&tool.action)) {
-    return [operation](const JSONObject&) { return (*operation)(); };
+  if (const auto* operation = std::get_if<JSONDocument (*)()>(&tool.action)) {
+    return [operation](JSONView) { return (*operation)(); };
   }
-  return [&tool, endpoint = std::get_if<Endpoint>(&tool.action)](const JSONObject& arguments) {
+  return [&tool, endpoint = std::get_if<Endpoint>(&tool.action)](JSONView arguments) {
     return apiCall(plannedRequest(tool, *endpoint, arguments));
   };
 }
@@ -91,24 +90,23 @@ const std::map<std::string_view, const MCPTool*>& toolsByName() {
   return byName;
 }
 
-APIRequest plannedRequest(const ToolDeclaration& tool, const Endpoint& endpoint,
-                          const JSONObject& arguments) {
+APIRequest plannedRequest(const ToolDeclaration& tool, const Endpoint& endpoint, JSONView arguments) {
   auto [path, inPath] = filledIn(endpoint.path, arguments);
   APIRequest request{.method = endpoint.method, .path = std::move(path)};
   request.body = bodyOf(tool, endpoint.body, arguments);
   for (const ToolArgument& argument : tool.arguments) {
     if (endpoint.method != "GET" || argument.name == inPath) continue;
-    const JSONValue* given = arguments.find(argument.name);
-    request.query.emplace(argument.name, given != nullptr ? *given : argument.preset);
+    const auto given = arguments.find(argument.name);
+    request.query.emplace(argument.name, given ? JSONValue(*given) : argument.preset);
   }
   if (endpoint.adjust != nullptr) endpoint.adjust(request, arguments);
   return request;
 }
 
-JSONObject filterKeys(const JSONObject& arguments, const std::vector<std::string_view>& keys) {
+JSONObject filterKeys(JSONView arguments, const std::vector<std::string_view>& keys) {
   JSONObject kept;
   for (const std::string_view key : keys) {
-    if (const JSONValue* value = arguments.find(key)) kept.set(key, *value);
+    if (const auto value = arguments.find(key)) kept.set(key, JSONValue(*value));
   }
   return kept;
 }

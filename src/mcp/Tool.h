@@ -37,17 +37,17 @@ enum class Body {
 /// How the arguments of a tool become a request. Neither part of it can be left out of a row.
 struct Endpoint {
   Endpoint(std::string_view verb, std::string_view target, Body content = Body::none,
-           void (*change)(APIRequest&, const JSONObject&) = nullptr)
+           void (*change)(APIRequest&, JSONView) = nullptr)
       : method(verb), path(target), body(content), adjust(change) {}
 
   std::string_view method;
   std::string_view path;  ///< "<x>" in it stands for the argument x
   Body body;              ///< with "GET", the arguments that are not in the path go to the query
-  void (*adjust)(APIRequest& request, const JSONObject& arguments);  ///< what the rules above do not cover
+  void (*adjust)(APIRequest& request, JSONView arguments);  ///< what the rules above do not cover
 };
 
 /// A call of the API, or an operation of the client that takes no arguments and may raise `MCPError`.
-using ToolAction = std::variant<Endpoint, JSONValue (*)()>;
+using ToolAction = std::variant<Endpoint, JSONDocument (*)()>;
 
 /// A tool, as its row says.
 struct ToolDeclaration {
@@ -57,11 +57,11 @@ struct ToolDeclaration {
   std::vector<ToolArgument> arguments = {};
 };
 
-/// What a handler gives: a text for the agent as it stands, or a value that is put into a text.
-using ToolOutput = std::variant<std::string, JSONValue>;
+/// What a handler gives: a text for the agent as it stands, or an answer that is put into a text.
+using ToolOutput = std::variant<std::string, JSONDocument>;
 
 /// Takes a tool's arguments, its required ones present. Raises `MCPError`.
-using ToolHandler = std::function<ToolOutput(const JSONObject& arguments)>;
+using ToolHandler = std::function<ToolOutput(JSONView arguments)>;
 
 /// A tool, as the server needs it.
 struct MCPTool {
@@ -78,9 +78,9 @@ const std::vector<MCPTool>& tools();
 const std::map<std::string_view, const MCPTool*>& toolsByName();
 
 /// The request that a tool makes for these arguments.
-APIRequest plannedRequest(const ToolDeclaration& tool, const Endpoint& endpoint, const JSONObject& arguments);
+APIRequest plannedRequest(const ToolDeclaration& tool, const Endpoint& endpoint, JSONView arguments);
 
 /// The members of `arguments` whose key is among `keys`, unchanged.
-JSONObject filterKeys(const JSONObject& arguments, const std::vector<std::string_view>& keys);
+JSONObject filterKeys(JSONView arguments, const std::vector<std::string_view>& keys);
 
 }  // namespace zelto

@@ -2,34 +2,31 @@
 
 #include "client/StartAPI.h"
 #include "client/Timeouts.h"
+#include "client/Wire.h"
 
 namespace zelto {
 namespace {
 
-JSONValue startServer() {
+JSONDocument startServer() {
   return ensureAPIRunning(timeouts::start);
 }
 
 /// The script's own limit, and some time for starting it.
-void waitForScript(APIRequest& request, const JSONObject& arguments) {
-  const JSONValue* given = arguments.find("timeout");
-  const double limit = given != nullptr ? given->number() : 0;
+void waitForScript(APIRequest& request, JSONView arguments) {
+  const double limit = numberIn(arguments, "timeout");
   request.timeout = limit > 0 ? limit + timeouts::agentScriptMargin : timeouts::agentScript;
 }
 
 /// The kind chooses the feed. The application holds the call for up to `wait` seconds.
-void pollFeed(APIRequest& request, const JSONObject& arguments) {
-  const JSONValue* wait = arguments.find("wait");
-  request.timeout = timeouts::pollMargin + (wait != nullptr ? wait->number() : 0);
-  const JSONValue* kind = arguments.find("kind");
-  if (kind != nullptr && *kind == JSONValue("events")) request.path = "/events";
+void pollFeed(APIRequest& request, JSONView arguments) {
+  request.timeout = timeouts::pollMargin + numberIn(arguments, "wait");
+  if (arguments["kind"].string() == "events") request.path = "/events";
   request.query.erase("kind");
 }
 
 /// The API takes the group's new name under the key "name".
-void takeNewName(APIRequest& request, const JSONObject& arguments) {
-  const JSONValue* name = arguments.find("newName");
-  request.body = JSONObject{{"name", name != nullptr ? *name : JSONValue()}};
+void takeNewName(APIRequest& request, JSONView arguments) {
+  request.body = JSONObject{{"name", JSONValue(arguments["newName"])}};
 }
 
 }  // namespace

@@ -25,7 +25,8 @@ using testing::Not;
 std::string outcome(double timeout = 15, const std::optional<JSONValue>& body = {}) {
   std::string text;
   try {
-    text = json::text(apiCall({"GET", "/x", {}, body, timeout}), json::compact).value();
+    const JSONDocument answer = apiCall({"GET", "/x", {}, body, timeout});
+    text = json::text(answer, json::compact);
   } catch (const MCPError& error) {
     text = error.message;
   }

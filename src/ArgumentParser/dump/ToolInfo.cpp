@@ -201,9 +201,10 @@ JSONObject parsedDump(std::string_view text) {
 
 ToolInfoHeader headerIn(const JSONObject& dump) {
   const JSONValue* version = dump.find("serializationVersion");
-  const auto* number = version != nullptr ? std::get_if<std::int64_t>(&version->data) : nullptr;
-  if (number == nullptr) raiseUnreadable("serializationVersion");
-  return {*number};
+  const auto* number = version != nullptr ? version->number() : nullptr;
+  const auto integer = number != nullptr ? number->exactInteger() : std::nullopt;
+  if (!integer) raiseUnreadable("serializationVersion");
+  return {*integer};
 }
 
 }  // namespace
