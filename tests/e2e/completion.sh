@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # The completion scripts in a real shell: completion.sh bash|zsh|fish <zelto> <greenhouse>
 set -euo pipefail
-shell=$1 here=$(cd "$(dirname "$0")" && pwd) failures=0
+shell=$1 here=$(cd "$(dirname "$0")" && pwd)
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 mkdir -p "$work"/{bin,home} "$work"/files/sub
@@ -12,25 +12,8 @@ unset XDG_CONFIG_HOME XDG_DATA_HOME
 cd "$work/files"
 touch plan.png photo.jpg notes.md sub/deep.md
 
-lines=() expectations=()
-# check LINE OFFERS: exactly these words, in any order, separated by " | ".
-check() {
-  lines+=("$1") expectations+=("$2")
-}
-# describe LINE OFFER DESCRIPTION: this word alone; bash has no descriptions.
-describe() {
-  local description=$'\t'$3
-  [[ $shell != bash ]] || description=
-  check "$1" "$2$description"
-}
-only() {
-  [[ " $1 " != *" $shell "* ]] || "${@:2}"
-}
-
-fail() {
-  printf '%s\n' "$@" >&2
-  failures=$((failures + 1))
-}
+# shellcheck source=tests/e2e/offers.sh
+source "$here/offers.sh"
 
 # ---- Subcommands ----
 all='health | rules | groups | profiles | events | history | watch | script | runners | shortcuts | schema | docs'
@@ -101,30 +84,5 @@ done
 # (SC2064), and quote words that end in a backslash and a quote (SC1003).
 [[ $shell != bash ]] || shellcheck --exclude=SC2207,SC2064,SC1003 "${scripts[@]}" || fail 'shellcheck'
 
-# ---- What the shell offers ----
-printf '%s\n' "${lines[@]}" >"$work/lines"
-# pty COMMAND INPUT: a command at a terminal, with what is typed there.
-pty() {
-  zsh -f -c 'zmodload zsh/zpty; zpty shell $1; zpty -n -w shell $2; while zpty -r shell; do :; done' - "$@" >"$work/screen"
-}
-case $shell in
-bash) bash "$here/offers.bash" "${scripts[@]}" <"$work/lines" >"$work/offers" ;;
-zsh) pty 'zsh -f -i' "source $here/offers.zsh $work/lines $work/offers ${scripts[*]}"$'\n\x18' ;;
-fish) pty 'fish --no-config' "source $here/offers.fish $work/lines $work/offers ${scripts[*]}; exit"$'\n' ;;
-esac
-
-# bash 3.2 takes $'\n' within quotes as it stands.
-newline=$'\n'
-sorted() {
-  LC_ALL=C sort -u
-}
-for i in "${!lines[@]}"; do
-  expected=$(sorted <<<"${expectations[i]// | /$newline}")
-  got=$(awk -v line="== ${lines[i]}" '/^== / { on = $0 == line; next } on' "$work/offers")
-  # Only where one was asked for does the description count.
-  [[ $expected == *$'\t'* ]] || got=$(cut -f1 <<<"$got")
-  got=$(sorted <<<"$got")
-  [[ $got == "$expected" ]] || fail "$shell, '${lines[i]}': expected" "$expected" 'got' "$got"
-done
-((failures == 0)) || { echo "$failures of ${#lines[@]} lines failed" >&2; exit 1; }
-echo "${#lines[@]} lines"
+offer "${scripts[@]}"
+report
