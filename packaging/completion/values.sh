@@ -5,14 +5,14 @@
 set -u
 export LC_ALL=C  # bytes, whatever they are; and the same messages everywhere
 
-# Runs zelto for a fifth of a second at most. It waits for whole seconds itself, and not every system has "timeout".
+# Runs zelto for a fifth of a second at most, or for $ZELTO_COMPLETION_SECONDS. It waits for whole seconds itself, and not every system has "timeout".
 # A zelto that is killed leaves half an answer at most, which has no end and is dropped. What zelto reads is file 3,
 # since a shell gives nothing to commands in the background.
 exec 3</dev/null
 briefly() {
   zelto "$@" <&3 2>/dev/null &
   asked=$!
-  { sleep 0.2 && kill -KILL "$asked"; } </dev/null >/dev/null 2>&1 &
+  { sleep "${ZELTO_COMPLETION_SECONDS:-0.2}" && kill -KILL "$asked"; } </dev/null >/dev/null 2>&1 &
   clock=$!
   wait "$asked" 2>/dev/null
   kill "$clock" 2>/dev/null
