@@ -81,9 +81,11 @@ inline constexpr char typeMark = 0;
 /// What a builder does whatever the type of its record. It stands apart, and is compiled once, so that a file
 /// with declarations compiles quickly and stays small.
 class ArgumentsBase {
+ public:
+  ArgumentsBase(const ArgumentsBase&) = delete;
+
  protected:
   ArgumentsBase(ArgumentSet& target, InitialRecord& initial, std::vector<std::string> path, GroupSpec spec);
-  ArgumentsBase(const ArgumentsBase&) = delete;
   ~ArgumentsBase();
 
   /// A definition of the field `key` with that help and these names, if it has any.

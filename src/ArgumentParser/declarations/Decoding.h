@@ -15,9 +15,7 @@
 
 #include "ArgumentParser/declarations/FieldShape.h"
 
-namespace ArgumentParser {
-
-namespace detail {
+namespace ArgumentParser::detail {
 
 [[noreturn]] void raiseUnableToParse(const InputKey& key, const ParsedValue& given,
                                      std::optional<std::string> reason = {});
@@ -128,6 +126,4 @@ ArgumentDefinition::Decode decoder(std::function<Field*(void*)> locate, const Ar
   };
 }
 
-}  // namespace detail
-
-}  // namespace ArgumentParser
+}  // namespace ArgumentParser::detail
