@@ -28,9 +28,14 @@ class TapeWriter {
   using Error = boost::json::error_code;
   using Text = boost::json::string_view;
 
-  /// For the text from `from` on, on which it writes where the parser has read.
-  TapeWriter(text::Bytes& received, std::size_t from)
-      : bytes(received.data()), limit(bytes + received.size()), spare(bytes + from), written(spare) {
+  /// For the text from `from` on, on which it writes where the parser has read. The tape takes the memory of
+  /// `tape`, which is empty.
+  TapeWriter(text::Bytes& received, std::size_t from, text::GrowingBlock<Word> tape)
+      : words(std::move(tape)),
+        bytes(received.data()),
+        limit(bytes + received.size()),
+        spare(bytes + from),
+        written(spare) {
     // Room for a message of common density, so that the tape does not grow step by step for it.
     words.room(std::min<std::size_t>((received.size() - from) / 16 + 16, 4096));
   }
@@ -230,16 +235,34 @@ std::size_t MemberOrder::push(JSONView object) {
 }
 
 std::optional<JSONDocument> JSONDocument::parse(text::Bytes received, std::size_t from) {
+  std::optional<JSONDocument> document(std::in_place);
+  document->bytes = std::move(received);
+  if (!document->readBytes(from)) document.reset();
+  return document;
+}
+
+bool JSONDocument::read(std::string_view text) {
+  clear();
+  bytes.append(text);
+  return readBytes(0);
+}
+
+void JSONDocument::clear() {
+  bytes.clear();
+  words.clear();
+}
+
+/// Makes the tape of what stands in `bytes` from `from` on.
+bool JSONDocument::readBytes(std::size_t from) {
   boost::json::parse_options options;
   options.max_depth = maxDepth;
-  boost::json::basic_parser<TapeWriter> parser(options, received, from);
+  boost::json::basic_parser<TapeWriter> parser(options, bytes, from, std::move(words));
   boost::json::error_code error;
-  const std::size_t size = received.size() - from;
-  if (parser.write_some(false, received.data() + from, size, error) != size || error) return std::nullopt;
-  JSONDocument document;
-  document.bytes = std::move(received);
-  document.words = std::move(parser.handler().words);
-  return document;
+  const std::size_t size = bytes.size() - from;
+  const bool isJSON = parser.write_some(false, bytes.data() + from, size, error) == size && !error;
+  words = std::move(parser.handler().words);
+  if (!isJSON) words.clear();
+  return isJSON;
 }
 
 }  // namespace json

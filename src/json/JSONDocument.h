@@ -148,6 +148,12 @@ class JSONDocument {
   /// The same for a copy of `text`.
   static std::optional<JSONDocument> parse(std::string_view text) { return parse(text::Bytes(text)); }
 
+  /// Becomes the document that a copy of `text` holds, in the memory of the last one, and says whether it is
+  /// strict JSON; otherwise it becomes null. Raises `std::bad_alloc`. Views end here.
+  bool read(std::string_view text);
+  /// Becomes null. Memory of usual size stays for the next `read`.
+  void clear();
+
   JSONView root() const& { return words.size() == 0 ? JSONView() : JSONView(words.data(), bytes.data()); }
   operator JSONView() const& { return root(); }
   // A view does not outlive its document.
@@ -155,6 +161,8 @@ class JSONDocument {
   operator JSONView() const&& = delete;
 
  private:
+  bool readBytes(std::size_t from);
+
   text::Bytes bytes;
   text::GrowingBlock<tape::Word> words;
 };

@@ -13,6 +13,7 @@
 #include "platform/FileDescriptor.h"
 #include "platform/Streams.h"
 #include "platform/Terminal.h"
+#include "text/GrowingBlock.h"
 #include "text/TextError.h"
 
 namespace zelto {
@@ -34,11 +35,15 @@ void log(const std::string& text) {
 /// Writes one reply; `member` is "result" or "error" and `value` its JSON text. An agent that no longer reads
 /// shows by closing the input.
 void sendMessage(JSONView id, std::string_view member, std::string_view value) {
-  std::string line = R"({"jsonrpc":"2.0","id":)";
-  line.reserve(line.size() + member.size() + value.size() + 64);
-  line += json::text(id, replyStyle());
-  line.append(",\"").append(member).append("\":").append(value).append("}\n");
-  static_cast<void>(platform::writeAll(platform::standardOutput, line));
+  // All replies of usual size are put together in the same memory.
+  static text::Bytes line;
+  const std::string idText = json::text(id, replyStyle());
+  const std::string_view pieces[] = {R"({"jsonrpc":"2.0","id":)", idText, ",\"", member, "\":", value, "}\n"};
+  line.clear();
+  line.room(idText.size() + member.size() + value.size() + 64);
+  for (const std::string_view piece : pieces) line.append(piece);
+  static_cast<void>(platform::writeAll(platform::standardOutput, {line.data(), line.size()}));
+  line.clear();
 }
 
 void sendResult(JSONView id, const JSONValue& result) {
@@ -126,11 +131,11 @@ void handleToolCall(JSONView id, JSONView params) {
 }
 
 void handleMessage(JSONView message) {
-  const bool hasID = message.contains("id");
-  const JSONView id = message["id"], params = message["params"];
+  const auto givenID = message.find("id");
+  const JSONView id = givenID.value_or(JSONView()), params = message["params"];
   const auto method = message["method"].string();
   if (!method) {
-    log("ignoring response with no method: " + (hasID ? json::text(id, json::compact) : "nil"));
+    log("ignoring response with no method: " + (givenID ? json::text(id, json::compact) : "nil"));
     return;
   }
   if (*method == "initialize") {
@@ -143,7 +148,7 @@ void handleMessage(JSONView message) {
     sendMessage(id, "result", toolList());
   } else if (*method == "tools/call") {
     handleToolCall(id, params);
-  } else if (hasID) {
+  } else if (givenID) {
     sendError(id, methodNotFound, "method not found: " + std::string(*method));
   }
 }
@@ -156,15 +161,16 @@ void serve() {
   platform::ignoreBrokenPipes();
   log("starting; control file: " + controlFilePath());
   MCPLineReader reader(platform::standardInput);
+  JSONDocument message;
   for (;;) {
     try {
-      const auto message = JSONDocument::parse(reader.nextLine());
-      if (message && message->root().isObject()) handleMessage(*message);
+      if (message.read(reader.nextLine()) && message.root().isObject()) handleMessage(message);
     } catch (const MCPLineReader::EndOfInput&) {
       std::exit(EXIT_SUCCESS);
     } catch (const std::exception&) {
       // A message too large for the memory there is gets no reply; the next one may fit.
     }
+    message.clear();
   }
 }
 

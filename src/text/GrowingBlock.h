@@ -19,10 +19,7 @@ requires std::is_trivially_copyable_v<Element>
 class GrowingBlock {
  public:
   GrowingBlock() = default;
-  explicit GrowingBlock(std::string_view bytes) requires std::is_same_v<Element, char> {
-    bytes.copy(room(bytes.size()), bytes.size());
-    count = bytes.size();
-  }
+  explicit GrowingBlock(std::string_view bytes) requires std::is_same_v<Element, char> { append(bytes); }
   GrowingBlock(GrowingBlock&& other) noexcept
       : elements(std::move(other.elements)),
         count(std::exchange(other.count, 0)),
@@ -52,8 +49,20 @@ class GrowingBlock {
     *room(1) = element;
     ++count;
   }
+  /// Raises `std::bad_alloc`.
+  void append(std::string_view bytes) requires std::is_same_v<Element, char> {
+    bytes.copy(room(bytes.size()), bytes.size());
+    count += bytes.size();
+  }
+  /// Takes the elements away. The memory stays for the next ones, unless it is large.
+  void clear() {
+    count = 0;
+    if (capacity * sizeof(Element) > keptBytes) *this = GrowingBlock();
+  }
 
  private:
+  static constexpr std::size_t keptBytes = 1 << 20;
+
   struct Free {
     void operator()(Element* block) const { std::free(block); }
   };
