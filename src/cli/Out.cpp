@@ -18,17 +18,6 @@ namespace {
 
 constexpr std::string_view columnGap = "  ";
 
-const StyledText& cell(const Column& column, std::size_t row) {
-  static const StyledText absent;
-  return row < column.rows.size() ? column.rows[row] : absent;
-}
-
-std::size_t widthOf(const Column& column) {
-  std::size_t width = column.title.width();
-  for (const StyledText& each : column.rows) width = std::max(width, each.width());
-  return width;
-}
-
 /// For each form that JSON comes in.
 template <class Value>
 void printJSON(const Value& value) {
@@ -40,13 +29,64 @@ void printJSON(const Value& value) {
 
 }  // namespace
 
-void Table::row(std::initializer_list<StyledText> cells) {
-  auto column = columns.begin();
-  for (const StyledText& each : cells) (column++)->rows.push_back(each);
+Table::Table(const std::vector<Column>& whole) {
+  add(whole.data(), whole.data() + whole.size());
+  std::size_t rowCount = 0;
+  for (const Column& column : whole) rowCount = std::max(rowCount, column.rows.size());
+  for (std::size_t row = 0; row < rowCount; ++row) {
+    for (std::size_t i = 0; i < whole.size(); ++i)
+      add(headings[i], row < whole[i].rows.size() ? whole[i].rows[row] : StyledText());
+  }
+}
+
+void Table::add(const Column* column, const Column* end) {
+  for (; column != end; ++column) headings.push_back({column->title, column->style, column->title.width()});
+}
+
+void Table::row(std::initializer_list<StyledText> row) {
+  auto heading = headings.begin();
+  for (const StyledText& each : row) add(*heading++, each);
+}
+
+void Table::add(Heading& column, const StyledText& cell) {
+  const std::size_t width = cell.width();
+  column.width = std::max(column.width, width);
+  cells.append(Cell{cell.size(), width});
+  text.append(cell);
 }
 
 void Table::print() const {
-  table(columns);
+  if (cells.size() == 0) return;
+  StyledText header;
+  for (const Heading& heading : headings) {
+    const bool isLast = &heading == &headings.back();
+    header.append(isLast ? heading.title : heading.title.padded(heading.width).append(columnGap));
+  }
+  line(paint(header, Style::dim));
+
+  StyledText row;
+  std::size_t place = 0, column = 0;
+  for (const auto [length, width] : cells) {
+    const Heading& heading = headings[column];
+    // The last column is not padded.
+    const bool isLast = ++column == headings.size();
+    const std::size_t blanks = isLast ? 0 : heading.width - width;
+    if (heading.style && settings.colourEnabled()) {
+      StyledText cell;
+      cell.append(text, place, length).appendBlanks(blanks);
+      row.append(paint(cell, *heading.style));
+    } else {
+      row.append(text, place, length).appendBlanks(blanks);
+    }
+    place += length;
+    if (!isLast) {
+      row.append(columnGap);
+      continue;
+    }
+    line(row);
+    row.clear();
+    column = 0;
+  }
 }
 
 StyledText paint(const StyledText& text, Style style) {
@@ -102,31 +142,7 @@ void line(const StyledText& text) {
 }
 
 void table(const std::vector<Column>& columns) {
-  std::size_t rowCount = 0;
-  std::vector<std::size_t> widths;
-  for (const Column& column : columns) {
-    rowCount = std::max(rowCount, column.rows.size());
-    widths.push_back(widthOf(column));
-  }
-  if (rowCount == 0) return;
-  // The last column is not padded.
-  widths.back() = 0;
-
-  StyledText header;
-  for (std::size_t i = 0; i < columns.size(); ++i) {
-    if (i > 0) header.append(columnGap);
-    header.append(columns[i].title.padded(widths[i]));
-  }
-  line(paint(header, Style::dim));
-  for (std::size_t row = 0; row < rowCount; ++row) {
-    StyledText cells;
-    for (std::size_t i = 0; i < columns.size(); ++i) {
-      if (i > 0) cells.append(columnGap);
-      const StyledText padded = cell(columns[i], row).padded(widths[i]);
-      cells.append(columns[i].style ? paint(padded, *columns[i].style) : padded);
-    }
-    line(cells);
-  }
+  Table(columns).print();
 }
 
 void fields(const std::vector<Pair>& pairs) {

@@ -10,6 +10,7 @@
 
 #include "client/APICall.h"
 #include "platform/StyledText.h"
+#include "text/GrowingBlock.h"
 
 namespace zelto::Out {
 
@@ -25,17 +26,34 @@ struct Column {
   std::vector<StyledText> rows = {};
 };
 
-/// A table that is filled row by row.
+/// A table that is filled row by row. The text of all cells is one piece of memory, since a list may have
+/// hundreds of thousands of them.
 class Table {
  public:
-  Table(std::initializer_list<Column> titles) : columns(titles) {}
+  Table(std::initializer_list<Column> titles) { add(titles.begin(), titles.end()); }
+  /// A table of columns that are whole already.
+  explicit Table(const std::vector<Column>& whole);
   /// Adds a row: a cell for each column.
-  void row(std::initializer_list<StyledText> cells);
+  void row(std::initializer_list<StyledText> row);
   /// Prints a header and one line for each row, columns aligned; nothing at all if there are no rows.
   void print() const;
 
  private:
-  std::vector<Column> columns;
+  struct Heading {
+    StyledText title;
+    std::optional<Style> style;
+    std::size_t width;  ///< of the widest cell, the title's included
+  };
+  struct Cell {
+    std::size_t length, width;
+  };
+
+  void add(const Column* column, const Column* end);
+  void add(Heading& column, const StyledText& cell);
+
+  std::vector<Heading> headings;
+  StyledText text;                 ///< of all cells, row by row
+  text::GrowingBlock<Cell> cells;  ///< row by row
 };
 
 /// A label and its value.
@@ -65,7 +83,7 @@ void done(Deed deed, const StyledText& what);
 /// Prints one line, dim: what a person may do next.
 void hint(const StyledText& text);
 
-/// Prints such a table, for columns that are whole already.
+/// Prints a table of columns that are whole already.
 void table(const std::vector<Column>& columns);
 
 /// Prints one line for each pair whose value is not empty, values aligned; a value of several lines stands

@@ -38,8 +38,13 @@ std::vector<StyledText> StyledText::lines() const {
   return result;
 }
 
-StyledText& StyledText::append(const StyledText& more) {
-  bytes += more.bytes;
+StyledText& StyledText::append(const StyledText& from, std::size_t place, std::size_t length) {
+  bytes.append(from.bytes, place, length);
+  return *this;
+}
+
+StyledText& StyledText::appendBlanks(std::size_t count) {
+  bytes.append(count, ' ');
   return *this;
 }
 

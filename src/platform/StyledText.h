@@ -27,10 +27,15 @@ class StyledText {
   /// How many user-perceived characters the text holds, counting those of escape sequences.
   std::size_t width() const;
   bool empty() const { return bytes.empty(); }
+  std::size_t size() const { return bytes.size(); }
   /// The pieces between line feeds, empty ones kept.
   std::vector<StyledText> lines() const;
 
-  StyledText& append(const StyledText& more);
+  StyledText& append(const StyledText& more) { return append(more, 0, more.size()); }
+  /// Appends `length` bytes of `from`, which were one text when they were appended to it.
+  StyledText& append(const StyledText& from, std::size_t place, std::size_t length);
+  StyledText& appendBlanks(std::size_t count);
+  void clear() { bytes.clear(); }
   friend StyledText operator+(StyledText left, const StyledText& right) {
     left.append(right);
     return left;

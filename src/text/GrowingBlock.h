@@ -34,6 +34,8 @@ class GrowingBlock {
   Element* data() { return elements.get(); }
   const Element* data() const { return elements.get(); }
   std::size_t size() const { return count; }
+  const Element* begin() const { return data(); }
+  const Element* end() const { return data() + count; }
   Element& operator[](std::size_t place) { return elements[place]; }
 
   /// Where the next elements go: room for `more` of them, not yet part of the block. Pointers into the block
