@@ -1,9 +1,8 @@
 #include "json/JSONText.h"
 
-#include <cstring>
-
 #include "text/Harmless.h"
 #include "text/Unicode.h"
+#include "text/Words.h"
 
 namespace json {
 namespace {
@@ -22,23 +21,12 @@ bool needsEscape(char byte, bool escapesSlash) {
          (byte == '/' && escapesSlash);
 }
 
-/// The same of any byte among eight.
-bool needsEscape(std::uint64_t eight, bool escapesSlash) {
-  constexpr std::uint64_t ones = 0x0101010101010101, highBits = ones << 7;
-  // Where a byte of `eight` is below `limit`, the subtraction borrows into its high bit.
-  const auto below = [](std::uint64_t bytes, std::uint64_t limit) { return (bytes - ones * limit) & ~bytes; };
-  const auto equal = [&](char byte) { return below(eight ^ ones * static_cast<unsigned char>(byte), 1); };
-  const std::uint64_t found = below(eight, 0x20) | equal('"') | equal('\\') | (escapesSlash ? equal('/') : 0);
-  return (found & highBits) != 0;
-}
-
 /// Where the first byte from `at` on stands that needs an escape, or the end.
 std::size_t plainEnd(std::string_view utf8, std::size_t at, bool escapesSlash) {
-  std::uint64_t eight = 0;
-  for (; at + sizeof eight <= utf8.size(); at += sizeof eight) {
-    std::memcpy(&eight, utf8.data() + at, sizeof eight);
-    if (needsEscape(eight, escapesSlash)) break;
-  }
+  at = text::skipWords(utf8, at, [escapesSlash](text::Word word) {
+    return !text::hasControl(word) && !text::contains(word, '"') && !text::contains(word, '\\') &&
+           !(escapesSlash && text::contains(word, '/'));
+  });
   while (at < utf8.size() && !needsEscape(utf8[at], escapesSlash)) ++at;
   return at;
 }

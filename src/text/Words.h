@@ -27,6 +27,12 @@ constexpr bool isPrintable(Word word) {
   return ((word | (word - wordOf(' '))) & wordOf(0x80)) == 0;
 }
 
+/// Whether one of the eight bytes is a control character below U+0020.
+constexpr bool hasControl(Word word) {
+  // Where a byte is below ' ', the subtraction borrows into its high bit.
+  return ((word - wordOf(' ')) & ~word & wordOf(0x80)) != 0;
+}
+
 /// Whether one of the eight bytes is `byte`.
 constexpr bool contains(Word word, unsigned char byte) {
   const Word zeroWhereEqual = word ^ wordOf(byte);

@@ -103,6 +103,20 @@ TEST(JSONDocument, UnescapesInPlace) {
   EXPECT_EQ(text(document, compact), text(JSONArray(expected.begin(), expected.end()), compact));
 }
 
+/// A string of 16 MB or more takes another form on the tape.
+TEST(JSONDocument, ReadsStringsTooLongForAWord) {
+  const std::string longest(1 << 24, 'x'),
+      source = "{\"" + longest + "\":[\"" + longest + "\",\"\\n" + longest + "\",\"after\"],\"key\":1}";
+  const std::string escaped = "\n" + longest;
+  const JSONDocument document = JSONDocument::parse(source).value();
+  const auto elements = document.root()[longest].elements();
+  std::vector<std::string_view> found;
+  for (const JSONView element : elements) found.push_back(element.string().value());
+  EXPECT_TRUE(found == (std::vector<std::string_view>{longest, escaped, "after"}));
+  EXPECT_TRUE(document.root()["key"].number() == JSONNumber(std::int64_t{1}));
+  EXPECT_TRUE(text(JSONValue(document.root()), compact) == text(document, compact));
+}
+
 TEST(JSONDocument, OfEqualKeysTheLastCounts) {
   const auto document =
       JSONDocument::parse(R"({"longer key 2":1,"b":2,"longer key 1":3,"a":4,"b":5,"":6,"\u0062":7})");

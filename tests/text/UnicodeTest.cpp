@@ -3,6 +3,7 @@
 #include "text/Harmless.h"
 #include "text/Number.h"
 #include "text/Unicode.h"
+#include "text/Words.h"
 
 namespace text {
 namespace {
@@ -95,6 +96,24 @@ TEST(Number, IsDigitsWithAnOptionalSign) {
       {"2147483648", {}}, {"", {}},   {"+", {}},   {"+-1", {}}, {"-+1", {}},
       {" 1", {}},         {"1 ", {}}, {"0x1", {}}, {"1.0", {}}};
   for (const auto& [digits, value] : cases) EXPECT_EQ(decimal<int>(digits), value) << digits;
+}
+
+/// Each byte, wherever it stands among others.
+TEST(Words, LookAtEachOfEightBytes) {
+  for (unsigned place = 0; place < sizeof(Word); ++place) {
+    for (unsigned byte = 0; byte < 256; ++byte) {
+      for (const unsigned char other : {'!', 'z'}) {
+        const Word mask = Word{0xFF} << 8 * place, word = (wordOf(other) & ~mask) | (Word{byte} << 8 * place);
+        EXPECT_EQ(isASCII(word), byte < 0x80) << byte;
+        EXPECT_EQ(isPrintable(word), byte >= 0x20 && byte < 0x80) << byte;
+        EXPECT_EQ(hasControl(word), byte < 0x20) << byte;
+        for (const unsigned char wanted : {'"', '\\', '\0', '\xFF'})
+          EXPECT_EQ(contains(word, wanted), byte == wanted) << byte;
+      }
+    }
+  }
+  EXPECT_EQ(skipWords("12345678 2345678\n2345678", 0, isPrintable), 16u);
+  EXPECT_EQ(skipWords("12345678", 1, isPrintable), 1u);
 }
 
 }  // namespace
