@@ -34,7 +34,11 @@ build_it() {
     cmake --build "$work/build"
 }
 build_it >"$work/log" 2>&1 || { cat "$work/log" >&2; exit 1; }
-[ "$("$work/build/repeat" hello --loud)" = $'hello!\nhello!' ]
+# The README's session with it, to the letter.
+awk '/^```console/ { on = 1; next } /^```/ { on = 0 } on' "$sources/src/ArgumentParser/README.md" >"$work/session"
+shown=$(cd "$work/build" && grep '^\$ ' "$work/session" |
+  while read -r _ line; do echo "\$ $line"; bash -c "$line" 2>&1 || :; done)
+diff "$work/session" - <<<"$shown"
 grep -q '^\.Nd Say it again$' "$work/build/repeat.1"
 # The program is all that its project installs and all that it builds, besides the library and its tool.
 cmake --install "$work/build" --prefix "$work/installed" >/dev/null
