@@ -1,5 +1,5 @@
-# What script/bench gives the program to do. It sets `bin`, the build directory, and `work`, an empty folder, before it
-# reads this; here the folder becomes the home folder.
+# What script/bench and script/instructions give the program to do. Both set `bin`, the build directory, and `work`, an
+# empty folder, before they read this; here it becomes the home folder.
 # shellcheck shell=bash disable=SC2034,SC2154
 
 export HOME=$work ZELTO_CONTROL_FILE=$work/control.json
