@@ -1,8 +1,29 @@
-# Removes what the last `cmake --install` put down, by its manifest, and the directory of our documents. Other
-# directories stay: they may have been there before. DESTDIR counts as it does for installing.
+# Removes what the last `cmake --install` put down, by its manifest, and those directories that are then empty and whose
+# path ends in one of OWN. Other directories stay: they may have been there before. DESTDIR counts as it does for
+# installing.
 if(NOT EXISTS ${MANIFEST})
   message(FATAL_ERROR "Nothing to remove: there is no ${MANIFEST}")
 endif()
+
+# remove_own(<directory>): the directory and those around it, as long as they are our own and empty.
+function(remove_own directory)
+  foreach(own IN LISTS OWN)
+    if(NOT own MATCHES "^/")
+      set(own "/${own}")
+    endif()
+    string(FIND "${directory}\n" "${own}\n" found)
+    if(found GREATER_EQUAL 0)
+      execute_process(COMMAND rmdir "${directory}" RESULT_VARIABLE status ERROR_QUIET)
+      if(status EQUAL 0)
+        message(STATUS "Removing: ${directory}")
+        cmake_path(GET directory PARENT_PATH parent)
+        remove_own("${parent}")
+      endif()
+      return()
+    endif()
+  endforeach()
+endfunction()
+
 file(STRINGS ${MANIFEST} files)
 foreach(file IN LISTS files)
   set(path "$ENV{DESTDIR}${file}")
@@ -12,11 +33,6 @@ foreach(file IN LISTS files)
     message(FATAL_ERROR "Cannot remove ${path}")
   endif()
   cmake_path(GET path PARENT_PATH directory)
-  if(directory MATCHES "/${DOCUMENTS}$")
-    file(GLOB rest "${directory}/*")
-    if(NOT rest)
-      file(REMOVE_RECURSE "${directory}")
-    endif()
-  endif()
+  remove_own("${directory}")
 endforeach()
 file(REMOVE ${MANIFEST})
