@@ -77,7 +77,8 @@ for group in "${groups[@]}"; do typed+="zelto groups disable ${group:0:1}"$'\t\n
 # Listed as well, and taken back.
 typed+=$'zelto rules rm \t\t\t\x15\nzelto groups disable "Main\t\nexit\n'
 case $shell in
-bash) pty 'bash --norc --noprofile -i' "$typed" ;;
+# Its pager would take what is typed next.
+bash) pty 'bash --norc --noprofile -i' $'bind "set page-completions off"\n'"$typed" ;;
 zsh) pty 'zsh -f -i' "autoload -Uz compinit && compinit -u -D"$'\n'"$typed" ;;
 fish) pty 'fish --no-config' "$typed" ;;
 esac
@@ -87,6 +88,7 @@ off=$(zelto groups --json | awk '/"enabledCount": 0/ { getline; print }' | grep 
 
 # ---- An application that hangs, and one that is off, which stays off ----
 kill -STOP "$standin"
+until [[ $(ps -o stat= -p "$standin") == *T* ]]; do sleep 0.1; done
 # Far less than the 15 seconds of zelto.
 SECONDS=0
 hung=$(ZELTO_COMPLETION_SECONDS=0.2 sh "$values.sh" zelto rules rm '') || fail "hanging: status $?"
