@@ -8,6 +8,8 @@ mkdir -p "$work"/{bin,home} "$work"/files/sub
 ln -s "$(realpath "$2")" "$work/bin/zelto"
 ln -s "$(realpath "$3")" "$work/bin/greenhouse"
 export PATH=$work/bin:$PATH HOME=$work/home TERM=xterm
+# Without one of its own, fish leaves a folder in /tmp.
+export XDG_RUNTIME_DIR=$work
 unset XDG_CONFIG_HOME XDG_DATA_HOME
 cd "$work/files"
 touch plan.png photo.jpg notes.md sub/deep.md

@@ -11,6 +11,8 @@ export PATH=$work/bin:$PATH HOME=$work/home TERM=xterm ZELTO_CONTROL_FILE=$work/
 export LC_ALL=C.UTF-8
 # No offer may depend on how busy the machine is.
 export ZELTO_COMPLETION_SECONDS=20
+# Without one of its own, fish leaves a folder in /tmp.
+export XDG_RUNTIME_DIR=$work
 unset XDG_CONFIG_HOME XDG_DATA_HOME
 cd "$work/files"
 touch 'a script.sh'
