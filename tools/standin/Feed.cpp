@@ -6,7 +6,6 @@
 #include <ctime>
 
 namespace standin {
-namespace {
 
 std::string timestampNow() {
   timespec now{};
@@ -18,8 +17,6 @@ std::string timestampNow() {
   std::snprintf(text + size, sizeof text - size, ".%03dZ", static_cast<int>(now.tv_nsec / 1'000'000));
   return text;
 }
-
-}  // namespace
 
 void Feed::append(boost::json::object entry) {
   constexpr std::size_t kept = 1000;

@@ -11,6 +11,9 @@
 
 namespace standin {
 
+/// The present time as entries have it: "2025-11-21T08:12:44.318Z".
+std::string timestampNow();
+
 class Feed {
  public:
   /// `listKey` is the key of the entries in an answer.

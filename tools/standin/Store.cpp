@@ -260,6 +260,7 @@ void Store::fireRule(std::string_view id) {
   for (const json::value& value : subEvent(rule)->at("values").as_array()) {
     values[value.at("name").as_string()] = value.at("sample");
   }
+  if (values.contains("firedAt")) values["firedAt"] = timestampNow();
   events.append({{"source", rule["triggerType"]},
                  {"kind", rule["subEvent"]},
                  {"isDryRun", false},
